@@ -1,0 +1,59 @@
+# Korvath — the commands a player and a developer need. See README.md.
+
+BUILD_DIR   ?= build
+ASAN_DIR    ?= build-asan
+FUZZ_DIR    ?= build-fuzz
+GAME_DIR    := $(BUILD_DIR)/game
+JOBS        ?= $(shell nproc)
+XVFB        := xvfb-run -a -s "-screen 0 1280x1024x24"
+TEST_ENV    := SDL_AUDIODRIVER=dummy KORVATH_HEADLESS=1 LIBGL_ALWAYS_SOFTWARE=1
+FUZZ_SECONDS ?= 10
+
+.PHONY: all deps build data play test test-asan fuzz bench clean
+
+all: build
+
+deps:
+	@./scripts/install-deps.sh
+
+$(BUILD_DIR)/CMakeCache.txt:
+	cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo
+
+build: deps $(BUILD_DIR)/CMakeCache.txt
+	cmake --build $(BUILD_DIR) -j $(JOBS)
+
+# The game directory: everything the game reads, built from the sources in data/.
+data: build
+	@mkdir -p $(GAME_DIR)
+	$(BUILD_DIR)/tools/artgen/korvath-artgen $(GAME_DIR)
+
+play: data
+	cd $(GAME_DIR) && ../korvath $(ARGS)
+
+test: data fuzz test-asan
+	cd $(BUILD_DIR) && $(TEST_ENV) $(XVFB) ctest --output-on-failure -j $(JOBS)
+
+test-asan: deps
+	cmake -S . -B $(ASAN_DIR) -DCMAKE_BUILD_TYPE=Debug -DKORVATH_SANITIZE=ON -DKORVATH_BENCH=OFF
+	cmake --build $(ASAN_DIR) -j $(JOBS) --target korvath_tests
+	cd $(ASAN_DIR) && $(TEST_ENV) ASAN_OPTIONS=detect_leaks=1 LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp \
+		$(XVFB) ctest --output-on-failure -j $(JOBS) -LE e2e
+
+fuzz: deps
+	cmake -S . -B $(FUZZ_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
+		-DKORVATH_FUZZ=ON -DKORVATH_TESTS=OFF -DKORVATH_BENCH=OFF
+	cmake --build $(FUZZ_DIR) -j $(JOBS)
+	@for f in $(FUZZ_DIR)/fuzz/*_fuzz; do \
+		echo "== $$f ($(FUZZ_SECONDS) s)"; \
+		mkdir -p $(FUZZ_DIR)/corpus/$$(basename $$f); \
+		$$f -max_total_time=$(FUZZ_SECONDS) -print_final_stats=0 $(FUZZ_DIR)/corpus/$$(basename $$f) 2>&1 | tail -n 2 || exit 1; \
+	done
+
+bench: build
+	@for b in $(BUILD_DIR)/bench/*_bench; do \
+		echo "== $$b"; \
+		$(TEST_ENV) $(XVFB) $$b || exit 1; \
+	done
+
+clean:
+	rm -rf $(BUILD_DIR) $(ASAN_DIR) $(FUZZ_DIR)

@@ -1,0 +1,184 @@
+#include "app/Game.h"
+
+#include "app/DevOptions.h"
+#include "app/Mode.h"
+#include "app/ModeCode.h"
+#include "app/Renderer.h"
+#include "gfx/Font.h"
+#include "gfx/FontList.h"
+#include "menus/SlideshowMode.h"
+#include "platform/MessageQueue.h"
+#include "platform/Window.h"
+
+#include <cstdio>
+
+Game::Game() : m_modeCode(0), m_pFont(nullptr), m_frame(0) {}
+
+Game::~Game()
+{
+    m_pMode.reset();
+    if (m_pFont != nullptr)
+    {
+        g_fontList.ReleaseFont(m_pFont);
+        m_pFont = nullptr;
+    }
+}
+
+bool Game::Init(uint16_t p_width, uint16_t p_height, uint8_t p_bitsPerPixel)
+{
+    if (!Application::Init(p_width, p_height, p_bitsPerPixel))
+    {
+        return false;
+    }
+    m_modeCode = MODECODE_SLIDESHOW;
+    auto slideshow = std::make_unique<SlideshowMode>();
+    SlideshowMode* intro = slideshow.get();
+    m_pMode = std::move(slideshow);
+    intro->Load("Mode\\intro.ssf");
+
+    m_pFont = g_fontList.GetFont("Arial", 12, 0);
+    g_fontList.GetFont("Tahoma", 12, 0);
+    g_fontList.GetFont("Tahoma", 24, FONT_BOLD);
+    return true;
+}
+
+float Game::ClampFrameTime(float p_dt)
+{
+    return p_dt < MAX_FRAME_TIME ? p_dt : MAX_FRAME_TIME;
+}
+
+bool Game::HasMode(int32_t p_code) const
+{
+    // Only the slideshow exists so far; until the menus do, the end of the logos ends the game.
+    return p_code == MODECODE_SLIDESHOW || p_code == MODECODE_CREDITS;
+}
+
+std::unique_ptr<Mode> Game::NewMode(int32_t p_code)
+{
+    if (p_code == MODECODE_SLIDESHOW || p_code == MODECODE_CREDITS)
+    {
+        return std::make_unique<SlideshowMode>();
+    }
+    return nullptr;
+}
+
+void Game::StartMode(int32_t p_code)
+{
+    if (p_code == MODECODE_SLIDESHOW || p_code == MODECODE_CREDITS)
+    {
+        static_cast<SlideshowMode*>(m_pMode.get())->Load(p_code == MODECODE_CREDITS ? SlideshowMode::CREDITS_TEXT : nullptr);
+    }
+}
+
+void Game::SetCurrentMode(std::unique_ptr<Mode> p_mode, int32_t p_modeCode)
+{
+    m_pMode = std::move(p_mode);
+    m_modeCode = p_modeCode;
+}
+
+bool Game::ApplyModeCode(int32_t p_code)
+{
+    switch (p_code)
+    {
+    case MODECODE_QUIT:
+        return false;
+    case MODECODE_MENUS:
+    case MODECODE_HUB:
+    case MODECODE_MISSION:
+    case MODECODE_SLIDESHOW:
+    case MODECODE_CREDITS:
+        if (!HasMode(p_code))
+        {
+            return p_code != MODECODE_MENUS;
+        }
+        // The old mode goes before the new one is made: its destructor silences its sounds.
+        m_pMode.reset();
+        m_modeCode = p_code == MODECODE_CREDITS ? MODECODE_SLIDESHOW : p_code;
+        m_pMode = NewMode(p_code);
+        StartMode(p_code);
+        return true;
+    default:
+        return true;
+    }
+}
+
+bool Game::RunFrame()
+{
+    ++m_frame;
+    bool quit = false;
+    if (platform::MessageQueue::Peek(m_msg))
+    {
+        if (m_msg.type == platform::MessageType::Quit)
+        {
+            quit = true;
+        }
+        else
+        {
+            WindowProc(m_msg);
+        }
+    }
+
+    float dt = m_timer.GetElapsed();
+    if (g_devOptions.fixedDt > 0.0)
+    {
+        dt = static_cast<float>(g_devOptions.fixedDt);
+    }
+    dt = ClampFrameTime(dt);
+
+    const int32_t code = m_pMode ? m_pMode->Update(dt) : MODECODE_STAY;
+    if (!ApplyModeCode(code))
+    {
+        quit = true;
+    }
+
+    m_pRenderer->BeginFrame();
+    if (m_pMode)
+    {
+        m_pMode->Render();
+    }
+    if (g_devOptions.IsScreenshotFrame(m_frame) && m_pWindow)
+    {
+        const std::string name = DevOptions::ScreenshotName(m_frame);
+        if (!m_pWindow->SaveScreenshot(name.c_str()))
+        {
+            std::fprintf(stderr, "Korvath: could not save %s\n", name.c_str());
+        }
+    }
+    m_pRenderer->EndFrame();
+
+    if (m_pMode)
+    {
+        m_pMode->HandleInput(m_pInput);
+    }
+    if (g_devOptions.exitAfter > 0 && m_frame >= g_devOptions.exitAfter)
+    {
+        quit = true;
+    }
+    return !quit;
+}
+
+bool Game::Run()
+{
+    m_timer.Start();
+    while (RunFrame())
+    {
+    }
+    return true;
+}
+
+int Game::Shutdown()
+{
+    m_pMode.reset();
+    if (m_pFont != nullptr)
+    {
+        g_fontList.ReleaseFont(m_pFont);
+        m_pFont = nullptr;
+    }
+    Application::Shutdown();
+    return static_cast<int>(m_msg.wParam);
+}
+
+Mode* Game::GetCurrentMode()
+{
+    return m_pMode.get();
+}

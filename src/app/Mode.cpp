@@ -1,0 +1,7 @@
+#include "app/Mode.h"
+
+Mode::Mode() {}
+
+Mode::~Mode() {}
+
+void Mode::OnDisplayReset() {}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+
+class InputSystem;
+
+// One screen-filling state of the game (slideshow, menus, hub, mission). Exactly one is
+// current; the game replaces it, never stacks it.
+class Mode
+{
+public:
+    Mode();
+    virtual ~Mode();
+    Mode(const Mode&) = delete;
+    Mode& operator=(const Mode&) = delete;
+
+    virtual bool Initialize() = 0;
+    virtual bool Shutdown() = 0;
+    // Advances the mode by p_dt seconds; returns a ModeCode.
+    virtual int32_t Update(float p_dt) = 0;
+    virtual bool Render() = 0;
+    virtual bool HandleInput(InputSystem* p_input) = 0;
+    // After the window and the OpenGL context were re-created.
+    virtual void OnDisplayReset();
+};
+
+// Common base of the hub and the mission play.
+class GameplayMode : public Mode
+{
+public:
+    GameplayMode() = default;
+    ~GameplayMode() override = default;
+};

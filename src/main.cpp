@@ -1,0 +1,37 @@
+#include "app/DevOptions.h"
+#include "app/Game.h"
+#include "platform/Window.h"
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    g_devOptions.Parse(argc, argv);
+    if (!g_devOptions.errors.empty())
+    {
+        for (const std::string& error : g_devOptions.errors)
+        {
+            std::fprintf(stderr, "korvath: %s\n", error.c_str());
+        }
+        std::fprintf(stderr, "usage: korvath [--windowed]\n");
+        return 2;
+    }
+    platform::Window::SetFullscreenPreference(!g_devOptions.windowed);
+
+    int code = 1;
+    {
+        Game game;
+        const bool started = game.Init(1024, 768, 32);
+        if (started)
+        {
+            game.Run();
+        }
+        code = game.Shutdown();
+        // A game that could not start says so in its exit code as well as in its messages.
+        if (!started)
+        {
+            code = 1;
+        }
+    }
+    return code;
+}

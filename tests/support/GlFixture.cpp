@@ -1,0 +1,75 @@
+#include "support/GlFixture.h"
+
+#include "app/Renderer.h"
+#include "platform/Gl.h"
+#include "platform/Window.h"
+#include "support/TestBitmaps.h"
+
+#include <filesystem>
+#include <unistd.h>
+
+namespace testsupport
+{
+
+Rgb ReadPixel(int p_x, int p_y)
+{
+    GLint viewport[4] = {0, 0, 0, 0};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    uint8_t pixel[4] = {0, 0, 0, 0};
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadBuffer(GL_BACK);
+    // GL rows count from the bottom of the viewport.
+    glReadPixels(viewport[0] + p_x, viewport[1] + viewport[3] - 1 - p_y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel);
+    return Rgb{pixel[0], pixel[1], pixel[2]};
+}
+
+double MeanBrightness(int p_x, int p_y, int p_width, int p_height)
+{
+    double sum = 0.0;
+    for (int y = p_y; y < p_y + p_height; ++y)
+    {
+        for (int x = p_x; x < p_x + p_width; ++x)
+        {
+            const Rgb c = ReadPixel(x, y);
+            sum += (c.r + c.g + c.b) / 3.0;
+        }
+    }
+    return sum / (static_cast<double>(p_width) * p_height);
+}
+
+void GlFixture::SetUp()
+{
+    char cwd[4096];
+    if (getcwd(cwd, sizeof(cwd)) != nullptr)
+    {
+        m_oldDir = cwd;
+    }
+    m_gameDir = MakeTempDir("korvath-gl");
+    ASSERT_FALSE(m_gameDir.empty());
+    ASSERT_EQ(0, chdir(m_gameDir.c_str()));
+}
+
+void GlFixture::TearDown()
+{
+    if (m_started)
+    {
+        m_app.SetMode(nullptr);
+        m_app.Shutdown();
+        m_started = false;
+    }
+    if (!m_oldDir.empty())
+    {
+        (void)chdir(m_oldDir.c_str());
+    }
+    std::error_code error;
+    std::filesystem::remove_all(m_gameDir, error);
+}
+
+bool GlFixture::StartApplication(uint16_t p_width, uint16_t p_height)
+{
+    platform::Window::SetFullscreenPreference(false);
+    m_started = m_app.Init(p_width, p_height, 32);
+    return m_started;
+}
+
+} // namespace testsupport
