@@ -302,23 +302,6 @@ void DrawLine(GlyphBitmap& p_glyph, int32_t p_lineTop, int32_t p_thickness)
 
 } // namespace
 
-#if defined(__SANITIZE_ADDRESS__)
-#define KORVATH_FONT_ASAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define KORVATH_FONT_ASAN 1
-#endif
-#endif
-
-#if defined(KORVATH_FONT_ASAN)
-// fontconfig 2.14 loses a few bytes once while parsing the system configuration
-// (70-no-bitmaps.conf); not ours to free, and it would fail every sanitized run.
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:libfontconfig.so\n";
-}
-#endif
-
 struct FontRasterizer::Impl
 {
     LibraryPtr m_pLibrary; // declared before the face so that it is released after it

@@ -3,6 +3,7 @@
 #include "platform/Paths.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -287,7 +288,7 @@ bool WriteAll(int p_fd, std::string_view p_data)
 // leaves either the old file or the new one, never a mix.
 bool ReplaceFile(const std::string& p_path, std::string_view p_data)
 {
-    static unsigned s_counter = 0;
+    static std::atomic<unsigned> s_counter{0};
     std::string tempPath;
     int fd = -1;
     for (int attempt = 0; attempt < 16 && fd < 0; ++attempt)

@@ -80,7 +80,8 @@ bool WriteFileBytes(const std::string& p_path, const std::vector<uint8_t>& p_byt
     std::FILE* file = std::fopen(p_path.c_str(), "wb");
     if (file == nullptr)
         return false;
-    const bool written = std::fwrite(p_bytes.data(), 1, p_bytes.size(), file) == p_bytes.size();
+    const bool written =
+        p_bytes.empty() || std::fwrite(p_bytes.data(), 1, p_bytes.size(), file) == p_bytes.size();
     return std::fclose(file) == 0 && written;
 }
 

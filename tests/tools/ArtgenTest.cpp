@@ -1,4 +1,4 @@
-#include "../../tools/artgen/PixelConvert.h"
+#include "artgen/PixelConvert.h"
 #include "platform/BitmapFile.h"
 #include "support/TestBitmaps.h"
 

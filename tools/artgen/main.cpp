@@ -10,7 +10,6 @@
 
 #include <cctype>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <system_error>
