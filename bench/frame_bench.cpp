@@ -83,6 +83,8 @@ BENCHMARK(BM_Frame2000Images200Lines)->Unit(benchmark::kMicrosecond)->MinTime(2.
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
+    RatioReporter() : ConsoleReporter(OO_Tabular) {}
+
     void ReportRuns(const std::vector<Run>& p_runs) override
     {
         for (const Run& run : p_runs)
@@ -138,7 +140,6 @@ int main(int argc, char** argv)
     }
     s_app = &app;
     RatioReporter reporter;
-    reporter.SetOptions(benchmark::ConsoleReporter::OO_Tabular);
     benchmark::RunSpecifiedBenchmarks(&reporter);
     const double empty = reporter.m_times["BM_EmptyFrame"];
     const double busy = reporter.m_times["BM_Frame2000Images200Lines"];

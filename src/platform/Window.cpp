@@ -108,12 +108,22 @@ bool Window::Create(const char* p_title, uint16_t p_width, uint16_t p_height)
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 1);
 
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_HIDDEN;
-    if (s_fullscreenPreference)
+    int x = SDL_WINDOWPOS_CENTERED;
+    int y = SDL_WINDOWPOS_CENTERED;
+    int width = p_width;
+    int height = p_height;
+    SDL_DisplayMode desktop;
+    if (s_fullscreenPreference && SDL_GetDesktopDisplayMode(0, &desktop) == 0)
     {
-        flags |= SDL_WINDOW_FULLSCREEN_DESKTOP;
+        // Made at the desktop's size from the start, so the picture fills the screen even where
+        // no window manager carries out the switch to full screen.
+        flags |= SDL_WINDOW_FULLSCREEN_DESKTOP | SDL_WINDOW_BORDERLESS;
+        x = 0;
+        y = 0;
+        width = desktop.w;
+        height = desktop.h;
     }
-    m_pImpl->pWindow = SDL_CreateWindow(p_title, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
-                                        p_width, p_height, flags);
+    m_pImpl->pWindow = SDL_CreateWindow(p_title, x, y, width, height, flags);
     if (m_pImpl->pWindow == nullptr)
     {
         std::fprintf(stderr, "Korvath: the window could not be created: %s\n", SDL_GetError());
@@ -289,13 +299,21 @@ void Window::ToggleFullscreen()
     {
         return;
     }
-    bool goFullscreen = !IsFullscreen();
+    const bool goFullscreen = !IsFullscreen();
+    SDL_DisplayMode desktop;
+    if (goFullscreen && SDL_GetDesktopDisplayMode(0, &desktop) == 0)
+    {
+        SDL_SetWindowBordered(m_pImpl->pWindow, SDL_FALSE);
+        SDL_SetWindowPosition(m_pImpl->pWindow, 0, 0);
+        SDL_SetWindowSize(m_pImpl->pWindow, desktop.w, desktop.h);
+    }
     if (SDL_SetWindowFullscreen(m_pImpl->pWindow, goFullscreen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0) != 0)
     {
         return;
     }
     if (!goFullscreen)
     {
+        SDL_SetWindowBordered(m_pImpl->pWindow, SDL_TRUE);
         SDL_SetWindowSize(m_pImpl->pWindow, m_pImpl->displayWidth, m_pImpl->displayHeight);
         SDL_SetWindowPosition(m_pImpl->pWindow, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED);
     }
