@@ -44,10 +44,14 @@ fuzz: deps
 	cmake -S . -B $(FUZZ_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
 		-DKORVATH_FUZZ=ON -DKORVATH_TESTS=OFF -DKORVATH_BENCH=OFF
 	cmake --build $(FUZZ_DIR) -j $(JOBS)
-	@for f in $(FUZZ_DIR)/fuzz/*_fuzz; do \
-		echo "== $$f ($(FUZZ_SECONDS) s)"; \
-		mkdir -p $(FUZZ_DIR)/corpus/$$(basename $$f); \
-		$$f -max_total_time=$(FUZZ_SECONDS) -print_final_stats=0 $(FUZZ_DIR)/corpus/$$(basename $$f) 2>&1 | tail -n 2 || exit 1; \
+	@for f in $(CURDIR)/$(FUZZ_DIR)/fuzz/*_fuzz; do \
+		name=$$(basename $$f); corpus=$(CURDIR)/$(FUZZ_DIR)/corpus/$$name; log=$(CURDIR)/$(FUZZ_DIR)/$$name.log; \
+		mkdir -p $$corpus; \
+		if $$f -max_total_time=$(FUZZ_SECONDS) $$corpus > $$log 2>&1; then \
+			echo "$$name: no failure, $$(ls $$corpus | wc -l) inputs in the corpus"; \
+		else \
+			tail -n 60 $$log; echo "$$name failed; its log is $$log"; exit 1; \
+		fi; \
 	done
 
 bench: build

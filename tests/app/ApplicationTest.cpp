@@ -1,4 +1,5 @@
 #include "app/Application.h"
+#include "app/ErrorLog.h"
 #include "app/Mode.h"
 #include "app/Renderer.h"
 #include "gfx/Font.h"
@@ -64,6 +65,25 @@ TEST_F(ApplicationTest, ResolutionChangeRebuildsImagesAndText)
     // 500 logical is 390 display rows down; the text covers some of the band below.
     EXPECT_GT(MeanBrightness(70, 390, 200, 25), 5.0);
     g_fontList.ReleaseFont(font);
+}
+
+TEST_F(ApplicationTest, RefusedResolutionKeepsTheOldDisplay)
+{
+    ASSERT_TRUE(StartApplication());
+    Image white;
+    white.Reset();
+    const int reported = g_errorLog.GetCount();
+
+    EXPECT_FALSE(m_app.ChangeResolution(100, 100));
+    EXPECT_EQ(reported + 1, g_errorLog.GetCount());
+    EXPECT_STREQ("Unable to set new resolution", g_errorLog.GetMessage(reported));
+    // The player is not left without a window: the old resolution comes back, and draws.
+    ASSERT_NE(nullptr, m_app.GetWindow());
+    EXPECT_EQ(1024, m_app.GetDisplayWidth());
+    EXPECT_EQ(768, m_app.GetDisplayHeight());
+    m_app.GetRenderer()->BeginFrame();
+    white.Draw(10.0, 10.0, 0.0, false);
+    EXPECT_EQ(255, ReadPixel(50, 50).r);
 }
 
 TEST_F(ApplicationTest, QuadOverTheLogicalScreenCoversTheDisplay)
