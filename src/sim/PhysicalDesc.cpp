@@ -1,7 +1,9 @@
 #include "sim/PhysicalDesc.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 
 #include "platform/Gl.h"
 #include "sim/MathTables.h"
@@ -101,6 +103,7 @@ void PhysicalDesc::Update(float p_dt)
         world.x3 = local.x3 * tc - local.y3 * ts + m_x;
         world.y3 = local.x3 * ts + local.y3 * tc + m_y;
     }
+    UpdateWorldBounds();
 }
 
 void PhysicalDesc::SetBox(unsigned p_width, unsigned p_height, short p_x, short p_y)
@@ -116,6 +119,7 @@ void PhysicalDesc::SetBox(unsigned p_width, unsigned p_height, short p_x, short 
     // The next Update overwrites the world shape; until then it is the local one.
     m_worldTriangles = m_localTriangles;
     m_numTriangles = 2;
+    UpdateWorldBounds();
 }
 
 bool PhysicalDesc::SetTriangles(const Triangle* p_triangles, int p_count)
@@ -127,7 +131,22 @@ bool PhysicalDesc::SetTriangles(const Triangle* p_triangles, int p_count)
     m_localTriangles.assign(p_triangles, p_triangles + p_count);
     m_worldTriangles.assign(static_cast<std::size_t>(p_count), Triangle{});
     m_numTriangles = p_count;
+    UpdateWorldBounds();
     return true;
+}
+
+void PhysicalDesc::UpdateWorldBounds()
+{
+    const double inf = std::numeric_limits<double>::infinity();
+    m_worldMin = Vector2{inf, inf};
+    m_worldMax = Vector2{-inf, -inf};
+    for (const Triangle& t : m_worldTriangles)
+    {
+        m_worldMin.x = std::min({m_worldMin.x, t.x1, t.x2, t.x3});
+        m_worldMin.y = std::min({m_worldMin.y, t.y1, t.y2, t.y3});
+        m_worldMax.x = std::max({m_worldMax.x, t.x1, t.x2, t.x3});
+        m_worldMax.y = std::max({m_worldMax.y, t.y1, t.y2, t.y3});
+    }
 }
 
 void PhysicalDesc::RenderTriangles() const

@@ -53,6 +53,10 @@ public:
     const Triangle* GetLocalTriangles() const { return m_localTriangles.data(); }
     // The shape placed at the position and turned by the heading as of the last Update.
     const Triangle* GetWorldTriangles() const { return m_worldTriangles.data(); }
+    // The smallest rectangle around the world shape (inverted, min above max, when the shape
+    // has no triangles): collision tests skip pairs whose rectangles do not meet.
+    const Vector2& GetWorldMin() const { return m_worldMin; }
+    const Vector2& GetWorldMax() const { return m_worldMax; }
 
     int GetBoxX() const { return m_boxX; }
     int GetBoxY() const { return m_boxY; }
@@ -60,6 +64,8 @@ public:
     unsigned GetBoxHeight() const { return m_boxHeight; }
 
 private:
+    void UpdateWorldBounds();
+
     std::vector<Triangle> m_localTriangles;
     double m_acceleration = 0.0;
     double m_x = 0.0;
@@ -76,4 +82,6 @@ private:
     int m_boxY = 0;
     unsigned m_boxWidth = 0;
     unsigned m_boxHeight = 0;
+    Vector2 m_worldMin;
+    Vector2 m_worldMax;
 };

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -272,4 +273,31 @@ TEST(PhysicalDesc, ShapeIsABoxUntilReplaced)
     EXPECT_EQ(desc.GetNumTriangles(), 2);
     desc.Update(0.0f);
     ExpectTriangle(desc.GetWorldTriangles()[1], Triangle{9, 10, 1, 10, 9, 2});
+}
+
+TEST(PhysicalDesc, WorldBoundsFollowTheWorldShape)
+{
+    PhysicalDesc desc;
+    desc.SetBox(10, 20, -5, 0);
+    EXPECT_DOUBLE_EQ(desc.GetWorldMin().x, -5.0); // the local box until the first Update
+    EXPECT_DOUBLE_EQ(desc.GetWorldMax().y, 20.0);
+    desc.SetPosition(100.0, 50.0);
+    desc.SetHeading(90.0);
+    desc.Update(0.0f);
+    double minX = 1e9;
+    double maxY = -1e9;
+    for (int k = 0; k < desc.GetNumTriangles(); ++k)
+    {
+        const Triangle& t = desc.GetWorldTriangles()[k];
+        minX = std::min({minX, t.x1, t.x2, t.x3});
+        maxY = std::max({maxY, t.y1, t.y2, t.y3});
+    }
+    EXPECT_DOUBLE_EQ(minX, desc.GetWorldMin().x);
+    EXPECT_DOUBLE_EQ(maxY, desc.GetWorldMax().y);
+    EXPECT_NEAR(desc.GetWorldMin().x, 80.0, 0.05); // turned a quarter: 20 tall becomes 20 wide, leftwards
+    EXPECT_NEAR(desc.GetWorldMax().y, 55.0, 0.05);
+
+    // No triangles: a rectangle that meets nothing.
+    desc.SetTriangles(nullptr, 0);
+    EXPECT_GT(desc.GetWorldMin().x, desc.GetWorldMax().x);
 }
