@@ -1,5 +1,6 @@
 #include "app/DevOptions.h"
 #include "app/Game.h"
+#include "input/InputScript.h"
 #include "platform/Window.h"
 
 #include <cstdio>
@@ -15,6 +16,15 @@ int main(int argc, char** argv)
         }
         std::fprintf(stderr, "usage: korvath [--windowed]\n");
         return 2;
+    }
+    if (!g_devOptions.inputScript.empty())
+    {
+        std::string error;
+        if (!g_inputScript.Load(g_devOptions.inputScript, error))
+        {
+            std::fprintf(stderr, "korvath: KORVATH_INPUT_SCRIPT: %s\n", error.c_str());
+            return 2;
+        }
     }
     platform::Window::SetFullscreenPreference(!g_devOptions.windowed);
 

@@ -6,9 +6,11 @@
 #include "gfx/FontList.h"
 #include "gfx/Image.h"
 #include "gfx/TextureManager.h"
+#include "input/InputSystem.h"
 #include "platform/Gl.h"
 #include "platform/System.h"
 #include "platform/Window.h"
+#include "sound/Sound.h"
 
 Application* g_pApplication = nullptr;
 
@@ -17,7 +19,7 @@ namespace
 const char* WINDOW_TITLE = "Korvath";
 }
 
-Application::Application() : m_msg(), m_pInput(nullptr), m_clientRect{0, 0, 0, 0}, m_bitsPerPixel(0) {}
+Application::Application() : m_msg(), m_clientRect{0, 0, 0, 0}, m_bitsPerPixel(0) {}
 
 Application::~Application()
 {
@@ -75,9 +77,13 @@ bool Application::Init(uint16_t p_width, uint16_t p_height, uint8_t p_bitsPerPix
         return false;
     }
     g_pApplication = this;
+    m_pInput = std::make_unique<InputSystem>(m_pWindow.get());
 
     g_pTextureManager = new TextureManager();
     g_pTextureManager->Reset();
+
+    g_pSound = new Sound();
+    g_pSound->Init();
     return true;
 }
 
@@ -110,6 +116,10 @@ bool Application::ChangeResolution(uint16_t p_width, uint16_t p_height)
     m_pRenderer->Resize(width, height);
     m_pRenderer->InitGL();
     m_clientRect = Rect{0, 0, width, height};
+    if (m_pInput)
+    {
+        m_pInput->Reset(m_pWindow.get());
+    }
 
     if (g_pTextureManager != nullptr)
     {
@@ -126,6 +136,13 @@ bool Application::ChangeResolution(uint16_t p_width, uint16_t p_height)
 
 bool Application::Shutdown()
 {
+    delete g_pSound;
+    g_pSound = nullptr;
+
+    m_pInput.reset();
+    // The shared cursor outlives the application; it must not keep reading a deleted mouse.
+    Mode::s_cursor.Rebind(nullptr);
+
     delete g_pTextureManager;
     g_pTextureManager = nullptr;
 

@@ -34,7 +34,7 @@ public:
     virtual Mode* GetCurrentMode() = 0;
 
     platform::Window* GetWindow() const { return m_pWindow.get(); }
-    InputSystem* GetInput() const { return m_pInput; }
+    InputSystem* GetInput() const { return m_pInput.get(); }
     Renderer* GetRenderer() const { return m_pRenderer.get(); }
     // The real resolution in pixels.
     int32_t GetDisplayWidth() const { return m_clientRect.right; }
@@ -61,7 +61,7 @@ protected:
 
     std::unique_ptr<platform::Window> m_pWindow;
     platform::Message m_msg;
-    InputSystem* m_pInput;
+    std::unique_ptr<InputSystem> m_pInput;
     std::unique_ptr<Renderer> m_pRenderer;
     Rect m_clientRect;
     uint8_t m_bitsPerPixel;

@@ -104,6 +104,11 @@ void DevOptions::Parse(int p_argc, const char* const* p_argv, const char* (*p_ge
         }
         std::sort(screenshotFrames.begin(), screenshotFrames.end());
     }
+    if (const char* value = p_getenv("KORVATH_INPUT_SCRIPT"); value != nullptr && value[0] != '\0')
+    {
+        // Read and checked by main before the game starts.
+        inputScript = value;
+    }
     if (const char* value = p_getenv("KORVATH_EXIT_AFTER"); value != nullptr && value[0] != '\0')
     {
         int64_t frames = 0;

@@ -14,6 +14,7 @@ struct DevOptions
     uint32_t seed = 0;
     std::vector<int64_t> screenshotFrames; // KORVATH_SCREENSHOT_AT: frames (from 1) to save
     int64_t exitAfter = 0;              // KORVATH_EXIT_AFTER: frames, 0 = never
+    std::string inputScript;            // KORVATH_INPUT_SCRIPT: a file of input events to replay
     std::vector<std::string> errors;    // what could not be understood
 
     // Reads argv and the environment. Unknown or malformed values are listed in `errors`.

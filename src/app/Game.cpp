@@ -6,6 +6,8 @@
 #include "app/Renderer.h"
 #include "gfx/Font.h"
 #include "gfx/FontList.h"
+#include "input/InputScript.h"
+#include "input/InputSystem.h"
 #include "menus/SlideshowMode.h"
 #include "platform/MessageQueue.h"
 #include "platform/Window.h"
@@ -106,6 +108,11 @@ bool Game::RunFrame()
 {
     ++m_frame;
     bool quit = false;
+    // A replayed run's events of this frame; its "quit" is a click on the close button.
+    if (g_inputScript.BeginFrame(m_frame))
+    {
+        platform::MessageQueue::Post(platform::Message{platform::MessageType::Close, 0});
+    }
     if (platform::MessageQueue::Peek(m_msg))
     {
         if (m_msg.type == platform::MessageType::Quit)
@@ -146,9 +153,13 @@ bool Game::RunFrame()
     }
     m_pRenderer->EndFrame();
 
+    if (m_pInput)
+    {
+        m_pInput->Poll();
+    }
     if (m_pMode)
     {
-        m_pMode->HandleInput(m_pInput);
+        m_pMode->HandleInput(m_pInput.get());
     }
     if (g_devOptions.exitAfter > 0 && m_frame >= g_devOptions.exitAfter)
     {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "input/Cursor.h"
+
 #include <cstdint>
 
 class InputSystem;
@@ -22,6 +24,9 @@ public:
     virtual bool HandleInput(InputSystem* p_input) = 0;
     // After the window and the OpenGL context were re-created.
     virtual void OnDisplayReset();
+
+    // The one mouse cursor, loaded by the first mode made and kept for the whole run.
+    static Cursor s_cursor;
 };
 
 // Common base of the hub and the mission play.

@@ -3,6 +3,7 @@
 #include "app/ModeCode.h"
 #include "gfx/Image.h"
 #include "gfx/Picture.h"
+#include "input/InputSystem.h"
 
 #include <cstring>
 
@@ -112,7 +113,10 @@ bool SlideshowMode::Render()
 
 bool SlideshowMode::HandleInput(InputSystem* p_input)
 {
-    (void)p_input;
+    if (p_input != nullptr && p_input->AnyKeyDown())
+    {
+        m_skip = true;
+    }
     return m_skip;
 }
 

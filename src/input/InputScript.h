@@ -1,0 +1,78 @@
+#pragma once
+
+#include "input/ScriptedRawInput.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+// A run of input written down by frame (KORVATH_INPUT_SCRIPT): while one is loaded the game's
+// devices are scripted ones that replay it. One event a line; blank lines and everything from
+// a '#' on are ignored:
+//
+//   FRAME key NAME down|up              NAME from the key names: W, NUMPAD8, SPACE
+//   FRAME mouse move DX DY              mouse counts
+//   FRAME mouse button N down|up        N 0..3: left, right, middle, fourth
+//   FRAME mouse wheel N                 120 is one notch away from the player
+//   FRAME joy J axis A VALUE            A 0..7, VALUE 0..65535 (32767 at rest)
+//   FRAME joy J button B down|up        B 0..127
+//   FRAME quit                          as if the window's close button were clicked
+//
+// FRAME counts from 1, the first frame of the main loop; a frame's events take effect at its
+// start, so the input poll of that frame sees them. Controller J is the game's controller J
+// (JOY1..JOY128 and AXIS1..AXIS16 are controller 0); every controller up to the highest one
+// named is attached for the whole run, at rest until a line moves it.
+class InputScript
+{
+public:
+    static constexpr int32_t MAX_JOYSTICKS = 16;
+
+    InputScript();
+
+    // Reads and parses a file; p_error then names the file and the line at fault.
+    bool Load(const std::string& p_fileName, std::string& p_error);
+    // Parses the text of a script; on failure nothing is loaded and p_error says
+    // "line N: ..." about the first malformed line.
+    bool Parse(const std::string& p_text, std::string& p_error);
+    void Clear();
+    bool IsLoaded() const { return m_loaded; }
+
+    // The devices the script drives.
+    ScriptedRawInput& GetDevices() { return *m_pDevices; }
+    // Applies the events of every frame up to p_frame not yet applied; true when one of them
+    // asks the game to close.
+    bool BeginFrame(int64_t p_frame);
+    size_t GetEventCount() const { return m_events.size(); }
+
+private:
+    enum class Kind
+    {
+        Key,
+        MouseMove,
+        MouseButton,
+        MouseWheel,
+        JoyAxis,
+        JoyButton,
+        Quit,
+    };
+    struct Event
+    {
+        int64_t frame = 0;
+        Kind kind = Kind::Quit;
+        int32_t a = 0; // key code, dx, button, wheel amount or controller
+        int32_t b = 0; // dy, axis or controller button
+        int32_t c = 0; // axis value
+        bool down = false;
+    };
+
+    bool ParseLine(const std::vector<std::string>& p_words, Event& p_event, std::string& p_error) const;
+
+    std::unique_ptr<ScriptedRawInput> m_pDevices;
+    std::vector<Event> m_events;
+    size_t m_next;
+    int32_t m_joystickCount;
+    bool m_loaded;
+};
+
+extern InputScript g_inputScript;
