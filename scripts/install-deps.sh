@@ -11,6 +11,7 @@ PACKAGES=(
   timgm6mb-soundfont
   libgl-dev libgl1-mesa-dri
   libcairo2-dev libpng-dev
+  libyaml-cpp-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth
 )
