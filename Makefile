@@ -31,7 +31,7 @@ build: deps $(BUILD_DIR)/CMakeCache.txt
 FORGE_CHECK_FLAGS ?= --no-art
 data: build
 	@mkdir -p $(GAME_DIR)
-	$(BUILD_DIR)/tools/artgen/korvath-artgen $(GAME_DIR)
+	$(BUILD_DIR)/tools/artgen/korvath-artgen $(GAME_DIR) --data data
 	$(BUILD_DIR)/tools/forge/korvath-forge build data $(GAME_DIR)
 	$(BUILD_DIR)/tools/forge/korvath-forge check $(GAME_DIR) $(FORGE_CHECK_FLAGS)
 

@@ -1,4 +1,5 @@
 #include "Logos.h"
+#include "Pictures.h"
 
 #include <cmath>
 
@@ -464,4 +465,17 @@ void DrawBraskProductions(Canvas& p_canvas)
     }
 }
 
+} // namespace artgen
+
+namespace artgen
+{
+namespace
+{
+void ListLogoPictures(const ArtContext&, std::vector<PictureSpec>& p_pictures)
+{
+    p_pictures.push_back({"art\\menu\\corvel_logo.bmp", 1024, 768, false, DrawCorvelLogo});
+    p_pictures.push_back({"art\\menu\\brask_productions.bmp", 1024, 768, false, DrawBraskProductions});
+}
+const PictureRegistrar s_logos(ListLogoPictures);
+} // namespace
 } // namespace artgen

@@ -1,37 +1,27 @@
 // korvath-artgen: draws the game's pictures and writes them as bitmaps into the game directory.
 //
-//   korvath-artgen GAME_DIR [--png PNG_DIR] [--force]
+//   korvath-artgen GAME_DIR [--data DATA_DIR] [--png PNG_DIR] [--force]
 //
 // Pictures already newer than this program are left alone unless --force is given, so a
-// second `make data` costs nothing.
+// second `make data` costs nothing. The pictures are drawn on every core.
 
 #include "Canvas.h"
-#include "Logos.h"
+#include "Pictures.h"
 
+#include <atomic>
 #include <cctype>
 #include <cstdio>
 #include <filesystem>
+#include <mutex>
 #include <string>
 #include <system_error>
+#include <thread>
+#include <vector>
 
 namespace
 {
 
 namespace fs = std::filesystem;
-
-struct Picture
-{
-    const char* gameName; // as the game asks for it
-    int width;
-    int height;
-    bool alpha; // 32-bit with alpha, or 24-bit opaque
-    void (*draw)(artgen::Canvas&);
-};
-
-const Picture PICTURES[] = {
-    {"art\\menu\\corvel_logo.bmp", 1024, 768, false, artgen::DrawCorvelLogo},
-    {"art\\menu\\brask_productions.bmp", 1024, 768, false, artgen::DrawBraskProductions},
-};
 
 // "art\Menu\logo.bmp" -> "art/menu/logo.bmp": folders in lower case, the file name as given.
 fs::path GamePath(const std::string& p_gameName)
@@ -75,7 +65,42 @@ bool MakeParent(const fs::path& p_path)
 
 void PrintUsage()
 {
-    std::fprintf(stderr, "usage: korvath-artgen GAME_DIR [--png PNG_DIR] [--force]\n");
+    std::fprintf(stderr, "usage: korvath-artgen GAME_DIR [--data DATA_DIR] [--png PNG_DIR] [--force]\n");
+}
+
+// Draws one picture and writes it (and its PNG copy); false when anything failed.
+bool MakePicture(const artgen::PictureSpec& p_picture, const fs::path& p_bitmapPath, const fs::path& p_pngPath,
+                 std::mutex& p_output)
+{
+    artgen::Canvas canvas(p_picture.width, p_picture.height);
+    if (!canvas.IsValid())
+    {
+        std::lock_guard<std::mutex> lock(p_output);
+        std::fprintf(stderr, "korvath-artgen: cannot make a %dx%d canvas for %s\n", p_picture.width,
+                     p_picture.height, p_picture.gameName.c_str());
+        return false;
+    }
+    p_picture.draw(canvas);
+    if (!canvas.IsHealthy())
+    {
+        std::lock_guard<std::mutex> lock(p_output);
+        std::fprintf(stderr, "korvath-artgen: drawing %s failed: %s\n", p_picture.gameName.c_str(),
+                     cairo_status_to_string(cairo_status(canvas.Get())));
+        return false;
+    }
+    if (!MakeParent(p_bitmapPath) || !canvas.SaveBitmap(p_bitmapPath.string(), p_picture.alpha))
+    {
+        std::lock_guard<std::mutex> lock(p_output);
+        std::fprintf(stderr, "korvath-artgen: cannot write %s\n", p_bitmapPath.c_str());
+        return false;
+    }
+    if (!p_pngPath.empty() && (!MakeParent(p_pngPath) || !canvas.SavePng(p_pngPath.string())))
+    {
+        std::lock_guard<std::mutex> lock(p_output);
+        std::fprintf(stderr, "korvath-artgen: cannot write %s\n", p_pngPath.c_str());
+        return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -84,12 +109,16 @@ int main(int p_argc, char** p_argv)
 {
     std::string gameDir;
     std::string pngDir;
+    artgen::ArtContext context;
+    context.dataDir = "data";
     bool force = false;
     for (int i = 1; i < p_argc; ++i)
     {
         const std::string argument = p_argv[i];
         if (argument == "--png" && i + 1 < p_argc)
             pngDir = p_argv[++i];
+        else if (argument == "--data" && i + 1 < p_argc)
+            context.dataDir = p_argv[++i];
         else if (argument == "--force")
             force = true;
         else if (argument == "--help" || argument == "-h")
@@ -115,65 +144,59 @@ int main(int p_argc, char** p_argv)
     if (!GeneratorTime(generatorTime))
         force = true; // cannot tell what is stale, so redo everything
 
-    int failures = 0;
+    std::vector<artgen::PictureSpec> pictures;
+    for (artgen::PictureLister lister : artgen::GetPictureListers())
+        lister(context, pictures);
+
+    struct Job
+    {
+        const artgen::PictureSpec* picture;
+        fs::path bitmapPath;
+        fs::path pngPath;
+    };
+    std::vector<Job> jobs;
     int upToDate = 0;
-    for (const Picture& picture : PICTURES)
+    for (const artgen::PictureSpec& picture : pictures)
     {
         const fs::path relative = GamePath(picture.gameName);
-        const fs::path bitmapPath = fs::path(gameDir) / relative;
-        fs::path pngPath;
+        Job job{&picture, fs::path(gameDir) / relative, {}};
         if (!pngDir.empty())
-            pngPath = (fs::path(pngDir) / relative).replace_extension(".png");
-
-        if (!force && IsNewer(bitmapPath, generatorTime) &&
-            (pngPath.empty() || IsNewer(pngPath, generatorTime)))
+            job.pngPath = (fs::path(pngDir) / relative).replace_extension(".png");
+        if (!force && IsNewer(job.bitmapPath, generatorTime) &&
+            (job.pngPath.empty() || IsNewer(job.pngPath, generatorTime)))
         {
             ++upToDate;
             continue;
         }
-
-        artgen::Canvas canvas(picture.width, picture.height);
-        if (!canvas.IsValid())
-        {
-            std::fprintf(stderr, "korvath-artgen: cannot make a %dx%d canvas for %s\n",
-                         picture.width, picture.height, picture.gameName);
-            ++failures;
-            continue;
-        }
-        picture.draw(canvas);
-        if (!canvas.IsHealthy())
-        {
-            std::fprintf(stderr, "korvath-artgen: drawing %s failed: %s\n", picture.gameName,
-                         cairo_status_to_string(cairo_status(canvas.Get())));
-            ++failures;
-            continue;
-        }
-
-        if (!MakeParent(bitmapPath) || !canvas.SaveBitmap(bitmapPath.string(), picture.alpha))
-        {
-            std::fprintf(stderr, "korvath-artgen: cannot write %s\n", bitmapPath.c_str());
-            ++failures;
-            continue;
-        }
-        std::printf("%s\n", bitmapPath.c_str());
-
-        if (!pngPath.empty())
-        {
-            if (!MakeParent(pngPath) || !canvas.SavePng(pngPath.string()))
-            {
-                std::fprintf(stderr, "korvath-artgen: cannot write %s\n", pngPath.c_str());
-                ++failures;
-                continue;
-            }
-            std::printf("%s\n", pngPath.c_str());
-        }
+        jobs.push_back(std::move(job));
     }
 
-    if (upToDate > 0)
-        std::printf("korvath-artgen: %d picture%s up to date\n", upToDate, upToDate == 1 ? "" : "s");
+    std::atomic<size_t> next{0};
+    std::atomic<int> failures{0};
+    std::atomic<int> written{0};
+    std::mutex output;
+    const unsigned workers = std::max(1u, std::min(std::thread::hardware_concurrency(), 8u));
+    std::vector<std::thread> threads;
+    for (unsigned w = 0; w < workers; ++w)
+    {
+        threads.emplace_back([&]() {
+            for (size_t i = next++; i < jobs.size(); i = next++)
+            {
+                if (MakePicture(*jobs[i].picture, jobs[i].bitmapPath, jobs[i].pngPath, output))
+                    ++written;
+                else
+                    ++failures;
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+
+    std::printf("korvath-artgen: %d picture%s drawn, %d up to date\n", written.load(), written == 1 ? "" : "s",
+                upToDate);
     if (failures > 0)
     {
-        std::fprintf(stderr, "korvath-artgen: %d file%s not written\n", failures,
+        std::fprintf(stderr, "korvath-artgen: %d picture%s not written\n", failures.load(),
                      failures == 1 ? "" : "s");
         return 1;
     }
