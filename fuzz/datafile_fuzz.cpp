@@ -1,6 +1,7 @@
 // Feeds arbitrary bytes to DataFile and to the readers of every data format (part, entity,
 // level, shop and pilot files), and prints each as the forge's inspect does. Nothing may crash,
 // hang or allocate without bound, whatever counts and lengths the bytes claim.
+#include "FuzzScratch.h"
 #include "forge/Forge.h"
 #include "forge/Formats.h"
 #include "pilot/DataFile.h"
@@ -18,48 +19,6 @@
 
 namespace
 {
-
-std::string s_scratch;
-
-void RemoveScratchDirectory()
-{
-    std::error_code ec;
-    std::filesystem::remove_all(s_scratch, ec);
-}
-
-// DataFile names are relative to the working directory: work in a folder of our own, in
-// memory where there is one.
-bool EnterScratchDirectory()
-{
-    char memoryPattern[] = "/dev/shm/korvath_datafile_fuzz_XXXXXX";
-    char diskPattern[] = "/tmp/korvath_datafile_fuzz_XXXXXX";
-    const char* dir = ::mkdtemp(memoryPattern);
-    if (dir == nullptr)
-    {
-        dir = ::mkdtemp(diskPattern);
-    }
-    if (dir == nullptr || ::chdir(dir) != 0)
-    {
-        return false;
-    }
-    s_scratch = dir;
-    std::atexit(RemoveScratchDirectory);
-    return true;
-}
-
-void WriteInput(const char* p_name, const uint8_t* p_data, size_t p_size)
-{
-    std::FILE* file = std::fopen(p_name, "wb");
-    if (file == nullptr)
-    {
-        std::abort();
-    }
-    if (p_size > 0)
-    {
-        std::fwrite(p_data, 1, p_size, file);
-    }
-    std::fclose(file);
-}
 
 // Reads with the game's own calls in an order the input chooses, to reach every read-past-end
 // path with every width.
@@ -107,12 +66,12 @@ void ReadMixed(size_t p_size)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* p_data, size_t p_size)
 {
-    static const bool s_ready = EnterScratchDirectory();
+    static const bool s_ready = fuzzscratch::EnterScratchDirectory("datafile_fuzz");
     if (!s_ready)
     {
         std::abort();
     }
-    WriteInput("input.bin", p_data, p_size);
+    fuzzscratch::WriteInput("input.bin", p_data, p_size);
     ReadMixed(p_size);
 
     static const char* const EXTENSIONS[] = {".hul", ".eng", ".sgr", ".pwp", ".cop", ".wpn",
@@ -122,7 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* p_data, size_t p_size)
     for (const char* extension : EXTENSIONS)
     {
         const std::string name = std::string("record") + extension;
-        WriteInput(name.c_str(), p_data, p_size);
+        fuzzscratch::WriteInput(name.c_str(), p_data, p_size);
         forge::Inspect(name, true, out, err);
         out.str("");
         err.str("");

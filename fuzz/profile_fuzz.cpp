@@ -1,4 +1,5 @@
 // Feeds arbitrary bytes to the profile reader and writer as an INI file.
+#include "FuzzScratch.h"
 #include "platform/Profile.h"
 
 #include <cstddef>
@@ -18,48 +19,6 @@ namespace
 
 constexpr const char* FILE_NAME = "fuzz.ini";
 constexpr size_t MAX_NAMES = 8;
-
-std::string s_scratch;
-
-void RemoveScratchDirectory()
-{
-    std::error_code ec;
-    std::filesystem::remove_all(s_scratch, ec);
-}
-
-// Profile names are relative to the working directory: work in a folder of our own, in memory
-// where there is one, since every write renames a file and a disk makes that slow.
-bool EnterScratchDirectory()
-{
-    char memoryPattern[] = "/dev/shm/korvath_profile_fuzz_XXXXXX";
-    char diskPattern[] = "/tmp/korvath_profile_fuzz_XXXXXX";
-    const char* dir = ::mkdtemp(memoryPattern);
-    if (dir == nullptr)
-    {
-        dir = ::mkdtemp(diskPattern);
-    }
-    if (dir == nullptr || ::chdir(dir) != 0)
-    {
-        return false;
-    }
-    s_scratch = dir;
-    std::atexit(RemoveScratchDirectory);
-    return true;
-}
-
-void WriteInput(const uint8_t* p_data, size_t p_size)
-{
-    std::FILE* file = std::fopen(FILE_NAME, "wb");
-    if (file == nullptr)
-    {
-        std::abort();
-    }
-    if (p_size > 0)
-    {
-        std::fwrite(p_data, 1, p_size, file);
-    }
-    std::fclose(file);
-}
 
 // Splits a double-terminated list into its names.
 std::vector<std::string> SplitList(const std::vector<char>& p_buffer, uint32_t p_count)
@@ -96,12 +55,12 @@ void ReadWithSizes(const char* p_section, const char* p_key)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* p_data, size_t p_size)
 {
-    static const bool s_ready = EnterScratchDirectory();
+    static const bool s_ready = fuzzscratch::EnterScratchDirectory("profile_fuzz");
     if (!s_ready)
     {
         std::abort();
     }
-    WriteInput(p_data, p_size);
+    fuzzscratch::WriteInput(FILE_NAME, p_data, p_size);
 
     static std::vector<char> large(1 << 16);
     const uint32_t largeSize = static_cast<uint32_t>(large.size());

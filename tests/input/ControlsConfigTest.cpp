@@ -4,6 +4,7 @@
 #include "platform/DikCodes.h"
 #include "platform/Profile.h"
 #include "support/TestBitmaps.h"
+#include "support/WorkDir.h"
 
 #include <gtest/gtest.h>
 
@@ -17,25 +18,9 @@
 namespace
 {
 // Runs each test in a fresh game directory, where "./config.ini" is the test's own.
-class ControlsConfigTest : public ::testing::Test
+class ControlsConfigTest : public testsupport::WorkDirTest
 {
 protected:
-    void SetUp() override
-    {
-        char cwd[4096];
-        ASSERT_NE(nullptr, getcwd(cwd, sizeof(cwd)));
-        m_oldDir = cwd;
-        m_dir = testsupport::MakeTempDir("korvath-controls");
-        ASSERT_FALSE(m_dir.empty());
-        ASSERT_EQ(0, chdir(m_dir.c_str()));
-    }
-    void TearDown() override
-    {
-        (void)chdir(m_oldDir.c_str());
-        std::error_code error;
-        std::filesystem::remove_all(m_dir, error);
-    }
-
     static void WriteConfig(const std::string& p_text)
     {
         std::ofstream file("config.ini", std::ios::binary);
@@ -49,8 +34,6 @@ protected:
         return text.str();
     }
 
-    std::string m_oldDir;
-    std::string m_dir;
 };
 
 Binding Key(uint8_t p_code)

@@ -1,5 +1,6 @@
 #include "pilot/DataFile.h"
 #include "support/TestBitmaps.h"
+#include "support/WorkDir.h"
 
 #include <gtest/gtest.h>
 
@@ -17,27 +18,9 @@ namespace
 namespace fs = std::filesystem;
 
 // DataFile names are relative to the game directory, so each test works in a folder of its own.
-class DataFileTest : public ::testing::Test
+class DataFileTest : public testsupport::WorkDirTest
 {
 protected:
-    void SetUp() override
-    {
-        std::error_code ec;
-        m_oldDir = fs::current_path(ec);
-        ASSERT_FALSE(ec);
-        m_dir = testsupport::MakeTempDir("korvath_datafile");
-        ASSERT_FALSE(m_dir.empty());
-        fs::current_path(m_dir, ec);
-        ASSERT_FALSE(ec) << ec.message();
-    }
-
-    void TearDown() override
-    {
-        std::error_code ec;
-        fs::current_path(m_oldDir, ec);
-        fs::remove_all(m_dir, ec);
-    }
-
     static std::vector<uint8_t> Bytes(const std::string& p_path)
     {
         std::ifstream file(p_path, std::ios::binary);
@@ -49,8 +32,6 @@ protected:
         ASSERT_TRUE(testsupport::WriteFileBytes(p_path, p_bytes));
     }
 
-    fs::path m_oldDir;
-    std::string m_dir;
 };
 
 TEST_F(DataFileTest, NumbersAreLittleEndianWithoutPaddingAndReadBack)

@@ -5,6 +5,7 @@
 #include "pilot/DataFile.h"
 #include "sim/QuadNode.h"
 #include "support/TestBitmaps.h"
+#include "support/WorkDir.h"
 
 #include <gtest/gtest.h>
 
@@ -54,26 +55,9 @@ private:
     std::vector<uint8_t> m_bytes;
 };
 
-class DataFormatLayoutTest : public ::testing::Test
+class DataFormatLayoutTest : public testsupport::WorkDirTest
 {
 protected:
-    void SetUp() override
-    {
-        std::error_code ec;
-        m_oldDir = fs::current_path(ec);
-        m_dir = testsupport::MakeTempDir("korvath_layout");
-        ASSERT_FALSE(m_dir.empty());
-        fs::current_path(m_dir, ec);
-        ASSERT_FALSE(ec);
-    }
-
-    void TearDown() override
-    {
-        std::error_code ec;
-        fs::current_path(m_oldDir, ec);
-        fs::remove_all(m_dir, ec);
-    }
-
     // Writes the record, checks the bytes, and answers the record read back from the file.
     template <typename Record>
     Record RoundTrip(const Record& p_record, const Layout& p_expected)
@@ -88,8 +72,6 @@ protected:
         return back;
     }
 
-    fs::path m_oldDir;
-    std::string m_dir;
 };
 
 TEST_F(DataFormatLayoutTest, Hull)

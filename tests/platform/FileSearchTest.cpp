@@ -1,4 +1,5 @@
 #include "platform/FileSearch.h"
+#include "support/WorkDir.h"
 
 #include <gtest/gtest.h>
 
@@ -14,22 +15,12 @@ namespace
 {
 namespace fs = std::filesystem;
 
-class FileSearchTest : public ::testing::Test
+class FileSearchTest : public testsupport::WorkDirTest
 {
 protected:
     void SetUp() override
     {
-        std::error_code ec;
-        m_oldDir = fs::current_path(ec);
-        ASSERT_FALSE(ec);
-        m_dir = fs::temp_directory_path(ec) /
-                ("korvath_search_" + std::to_string(::getpid()) + "_" +
-                 ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(m_dir, ec);
-        ASSERT_TRUE(fs::create_directories(m_dir, ec)) << ec.message();
-        fs::current_path(m_dir, ec);
-        ASSERT_FALSE(ec) << ec.message();
-
+        WorkDirTest::SetUp();
         fs::create_directories("Portraits/Old.bmp"); // a folder whose name fits the mask
         for (const char* name : {"Portraits/b.BMP", "Portraits/A.bmp", "Portraits/a2.bmp", "Portraits/x.bmp",
                                  "Portraits/X.bmp", "Portraits/notes.txt", "Portraits/README",
@@ -38,13 +29,6 @@ protected:
             std::ofstream file(name, std::ios::binary);
             file << "x";
         }
-    }
-
-    void TearDown() override
-    {
-        std::error_code ec;
-        fs::current_path(m_oldDir, ec);
-        fs::remove_all(m_dir, ec);
     }
 
     // Every name one search yields, in order.
@@ -63,8 +47,6 @@ protected:
         return names;
     }
 
-    fs::path m_oldDir;
-    fs::path m_dir;
 };
 
 TEST_F(FileSearchTest, MasksMatchLikeWindows)

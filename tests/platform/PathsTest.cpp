@@ -1,4 +1,5 @@
 #include "platform/Paths.h"
+#include "support/WorkDir.h"
 
 #include <gtest/gtest.h>
 
@@ -14,38 +15,15 @@ namespace
 namespace fs = std::filesystem;
 
 // Paths are relative to the working directory, so each test gets its own and leaves it after.
-class PathsTest : public ::testing::Test
+class PathsTest : public testsupport::WorkDirTest
 {
 protected:
-    void SetUp() override
-    {
-        std::error_code ec;
-        m_oldDir = fs::current_path(ec);
-        ASSERT_FALSE(ec);
-        m_dir = fs::temp_directory_path(ec) /
-                ("korvath_paths_" + std::to_string(::getpid()) + "_" +
-                 ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(m_dir, ec);
-        ASSERT_TRUE(fs::create_directories(m_dir, ec)) << ec.message();
-        fs::current_path(m_dir, ec);
-        ASSERT_FALSE(ec) << ec.message();
-    }
-
-    void TearDown() override
-    {
-        std::error_code ec;
-        fs::current_path(m_oldDir, ec);
-        fs::remove_all(m_dir, ec);
-    }
-
     static void Touch(const std::string& p_path)
     {
         std::ofstream file(p_path, std::ios::binary);
         file << "x";
     }
 
-    fs::path m_oldDir;
-    fs::path m_dir;
 };
 
 TEST_F(PathsTest, MatchesComponentsIgnoringCase)
@@ -141,7 +119,7 @@ TEST_F(PathsTest, FileExistsOnlyForRegularFiles)
     EXPECT_FALSE(platform::FileExists("art\\missing.bmp"));
     EXPECT_FALSE(platform::FileExists(""));
     EXPECT_FALSE(platform::FileExists("art\\..\\art\\cursor.bmp"));
-    EXPECT_FALSE(platform::FileExists((m_dir / "Art/Cursor.bmp").string()));
+    EXPECT_FALSE(platform::FileExists((fs::path(m_dir) / "Art/Cursor.bmp").string()));
 }
 
 } // namespace

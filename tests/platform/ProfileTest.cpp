@@ -1,4 +1,5 @@
 #include "platform/Profile.h"
+#include "support/WorkDir.h"
 
 #include <gtest/gtest.h>
 
@@ -17,30 +18,9 @@ namespace
 namespace fs = std::filesystem;
 
 // Profile names are relative to the working directory, so each test runs in its own.
-class ProfileTest : public ::testing::Test
+class ProfileTest : public testsupport::WorkDirTest
 {
 protected:
-    void SetUp() override
-    {
-        std::error_code ec;
-        m_oldDir = fs::current_path(ec);
-        ASSERT_FALSE(ec);
-        m_dir = fs::temp_directory_path(ec) /
-                ("korvath_profile_" + std::to_string(::getpid()) + "_" +
-                 ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(m_dir, ec);
-        ASSERT_TRUE(fs::create_directories(m_dir, ec)) << ec.message();
-        fs::current_path(m_dir, ec);
-        ASSERT_FALSE(ec) << ec.message();
-    }
-
-    void TearDown() override
-    {
-        std::error_code ec;
-        fs::current_path(m_oldDir, ec);
-        fs::remove_all(m_dir, ec);
-    }
-
     static void Save(const std::string& p_path, const std::string& p_text)
     {
         std::ofstream file(p_path, std::ios::binary | std::ios::trunc);
@@ -83,8 +63,6 @@ protected:
         return count;
     }
 
-    fs::path m_oldDir;
-    fs::path m_dir;
 };
 
 const char* const SAMPLE = "; Korvath settings\n"
@@ -345,12 +323,12 @@ TEST_F(ProfileTest, ResolvesFileNamesCaseInsensitively)
 
     // Outside the game directory, into a missing folder, or over a folder: refused.
     EXPECT_FALSE(platform::WritePrivateProfileString("A", "b", "c", "..\\escape.ini"));
-    EXPECT_FALSE(platform::WritePrivateProfileString("A", "b", "c", (m_dir / "abs.ini").c_str()));
+    EXPECT_FALSE(platform::WritePrivateProfileString("A", "b", "c", (fs::path(m_dir) / "abs.ini").c_str()));
     EXPECT_FALSE(platform::WritePrivateProfileString("A", "b", "c", "NoFolder\\x.ini"));
     EXPECT_FALSE(platform::WritePrivateProfileString("A", "b", "c", "saves"));
     EXPECT_FALSE(platform::WritePrivateProfileString("A", "b", "c", ""));
     EXPECT_FALSE(platform::WritePrivateProfileString("A", "b", "c", nullptr));
-    EXPECT_FALSE(fs::exists(m_dir.parent_path() / "escape.ini"));
+    EXPECT_FALSE(fs::exists(fs::path(m_dir).parent_path() / "escape.ini"));
     EXPECT_FALSE(fs::exists("NoFolder"));
     EXPECT_FALSE(fs::exists("abs.ini"));
     EXPECT_EQ(Get("A", "b", "d", "saves"), "d");

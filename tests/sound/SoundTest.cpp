@@ -2,6 +2,7 @@
 #include "sound/Sound.h"
 #include "support/TestAudio.h"
 #include "support/TestBitmaps.h"
+#include "support/WorkDir.h"
 
 #include <gtest/gtest.h>
 
@@ -78,7 +79,7 @@ public:
 
 } // namespace
 
-class SoundTest : public ::testing::Test
+class SoundTest : public testsupport::WorkDirTest
 {
 protected:
     void SetUp() override
@@ -87,18 +88,8 @@ protected:
         m_env.push_back(std::make_unique<ScopedEnv>("KORVATH_HEADLESS", "1"));
         if (std::getenv("SDL_AUDIODRIVER") == nullptr)
             m_env.push_back(std::make_unique<ScopedEnv>("SDL_AUDIODRIVER", "dummy"));
-        m_dir = testsupport::MakeTempDir("korvath-sound");
-        ASSERT_FALSE(m_dir.empty());
-        m_oldDir = std::filesystem::current_path().string();
-        std::filesystem::current_path(m_dir);
+        WorkDirTest::SetUp();
         std::filesystem::create_directory("Sound");
-    }
-
-    void TearDown() override
-    {
-        std::filesystem::current_path(m_oldDir);
-        std::error_code error;
-        std::filesystem::remove_all(m_dir, error);
     }
 
     // Writes the file of a sound id where the game looks for it.
@@ -112,8 +103,6 @@ protected:
     }
 
     std::vector<std::unique_ptr<ScopedEnv>> m_env;
-    std::string m_dir;
-    std::string m_oldDir;
 };
 
 TEST_F(SoundTest, PlayLoadsOnFirstUseAndPutsTheEffectIntoTheOutput)

@@ -3,10 +3,7 @@
 #include "app/Renderer.h"
 #include "platform/Gl.h"
 #include "platform/Window.h"
-#include "support/TestBitmaps.h"
 
-#include <filesystem>
-#include <unistd.h>
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/lsan_interface.h>
@@ -49,14 +46,7 @@ void GlFixture::SetUp()
     // longer name it; leaks of the game's own code are checked by the tests without a display.
     __lsan_disable();
 #endif
-    char cwd[4096];
-    if (getcwd(cwd, sizeof(cwd)) != nullptr)
-    {
-        m_oldDir = cwd;
-    }
-    m_gameDir = MakeTempDir("korvath-gl");
-    ASSERT_FALSE(m_gameDir.empty());
-    ASSERT_EQ(0, chdir(m_gameDir.c_str()));
+    WorkDirTest::SetUp();
 }
 
 void GlFixture::TearDown()
@@ -67,12 +57,7 @@ void GlFixture::TearDown()
         m_app.Shutdown();
         m_started = false;
     }
-    if (!m_oldDir.empty())
-    {
-        (void)chdir(m_oldDir.c_str());
-    }
-    std::error_code error;
-    std::filesystem::remove_all(m_gameDir, error);
+    WorkDirTest::TearDown();
 }
 
 bool GlFixture::StartApplication(uint16_t p_width, uint16_t p_height)

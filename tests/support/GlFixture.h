@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Application.h"
+#include "support/WorkDir.h"
 
 #include <gtest/gtest.h>
 
@@ -37,7 +38,7 @@ Rgb ReadPixel(int p_x, int p_y);
 // Mean brightness (0..255) over a display rectangle.
 double MeanBrightness(int p_x, int p_y, int p_width, int p_height);
 
-class GlFixture : public ::testing::Test
+class GlFixture : public WorkDirTest
 {
 protected:
     void SetUp() override;
@@ -46,12 +47,9 @@ protected:
     // Starts the application at the given display size; false (and the test skips) when no
     // display is available.
     bool StartApplication(uint16_t p_width = 1024, uint16_t p_height = 768);
-    std::string GameDir() const { return m_gameDir; }
 
     TestApplication m_app;
     bool m_started = false;
-    std::string m_gameDir;
-    std::string m_oldDir;
 };
 
 } // namespace testsupport
