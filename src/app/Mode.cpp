@@ -1,13 +1,35 @@
 #include "app/Mode.h"
 
 #include "app/Application.h"
+#include "gfx/Image.h"
 #include "input/InputSystem.h"
+#include "sim/PlayerShip.h"
 #include "sound/Sound.h"
 
+#include <cstdlib>
+
 Cursor Mode::s_cursor;
+PlayerShip* Mode::s_pPlayer = nullptr;
+
+namespace
+{
+void DeletePlayer()
+{
+    delete Mode::s_pPlayer;
+    Mode::s_pPlayer = nullptr;
+}
+} // namespace
 
 Mode::Mode()
 {
+    if (s_pPlayer == nullptr)
+    {
+        // The ship's pictures leave the image registry when it is deleted: make sure the
+        // registry exists now, so that it outlives the deletion at exit.
+        Image::GetRegisteredCount();
+        std::atexit(DeletePlayer);
+        s_pPlayer = new PlayerShip();
+    }
     InputSystem* input = g_pApplication != nullptr ? g_pApplication->GetInput() : nullptr;
     if (input == nullptr)
     {

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 class InputSystem;
+class PlayerShip;
 
 // One screen-filling state of the game (slideshow, menus, hub, mission). Exactly one is
 // current; the game replaces it, never stacks it.
@@ -27,6 +28,8 @@ public:
 
     // The one mouse cursor, loaded by the first mode made and kept for the whole run.
     static Cursor s_cursor;
+    // The player's ship, made by the first mode and deleted when the program exits.
+    static PlayerShip* s_pPlayer;
 };
 
 // Common base of the hub and the mission play.

@@ -8,6 +8,7 @@ class Background;
 class Camera;
 class CollisionGrid;
 class MissionEvents;
+class PlayerShip;
 class QuadNode;
 class WorldObject;
 
@@ -35,6 +36,12 @@ public:
     Level(const Level&) = delete;
     Level& operator=(const Level&) = delete;
 
+    // Reads a level file (LevelLoader.cpp) and builds its world: tiles, scenery, computer
+    // ships aimed at p_player, and p_player itself at (2020, 2020), reset and named "player".
+    // False when the file does not open or its map is too large to build; the level then
+    // has an empty root and no objects. A short or damaged file loads what it holds.
+    bool Load(const char* p_fileName, const Camera* p_camera, PlayerShip* p_player);
+
     // Makes this the current level and builds the empty world of a p_mapSize × p_mapSize
     // map of p_tileWidth × p_tileHeight tiles: the quadtree, the collision grid of
     // p_mapSize / 5 cells per side and the play area. False, with nothing built, for a map
@@ -55,6 +62,7 @@ public:
     WorldObject* GetPlayer() const { return m_pPlayer; }
     void SetEnemyCount(int p_count);
     void SetBackground(std::unique_ptr<Background> p_background);
+    Background* GetBackground() const { return m_pStarfield.get(); }
     void SetMission(MissionEvents* p_mission) { m_pMission = p_mission; }
     MissionEvents* GetMission() const { return m_pMission; }
 

@@ -1,0 +1,3 @@
+#include "pilot/CampaignLink.h"
+
+CampaignLink* g_pCampaignLink = nullptr;
