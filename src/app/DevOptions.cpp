@@ -47,6 +47,10 @@ void DevOptions::Parse(int p_argc, const char* const* p_argv, const char* (*p_ge
         {
             windowed = true;
         }
+        else if (arg == "--widgets")
+        {
+            widgets = true;
+        }
         else
         {
             errors.push_back("unknown option " + arg);

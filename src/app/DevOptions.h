@@ -9,6 +9,7 @@
 struct DevOptions
 {
     bool windowed = false;              // --windowed
+    bool widgets = false;               // --widgets: the widget gallery instead of the game
     double fixedDt = 0.0;               // KORVATH_FIXED_DT: seconds per frame, 0 = real time
     bool hasSeed = false;               // KORVATH_SEED replaces the time seed of rand
     uint32_t seed = 0;

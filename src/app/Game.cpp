@@ -9,8 +9,10 @@
 #include "input/InputScript.h"
 #include "input/InputSystem.h"
 #include "menus/SlideshowMode.h"
+#include "pilot/PartCatalog.h"
 #include "platform/MessageQueue.h"
 #include "platform/Window.h"
+#include "ui/WidgetGalleryMode.h"
 
 #include <cstdio>
 
@@ -32,15 +34,25 @@ bool Game::Init(uint16_t p_width, uint16_t p_height, uint8_t p_bitsPerPixel)
     {
         return false;
     }
-    m_modeCode = MODECODE_SLIDESHOW;
-    auto slideshow = std::make_unique<SlideshowMode>();
-    SlideshowMode* intro = slideshow.get();
-    m_pMode = std::move(slideshow);
-    intro->Load("Mode\\intro.ssf");
+    if (g_devOptions.widgets)
+    {
+        // The developer's widget gallery instead of the game; its "Quit" returns ModeCode 7.
+        m_modeCode = MODECODE_MENUS;
+        m_pMode = std::make_unique<WidgetGalleryMode>();
+    }
+    else
+    {
+        m_modeCode = MODECODE_SLIDESHOW;
+        auto slideshow = std::make_unique<SlideshowMode>();
+        SlideshowMode* intro = slideshow.get();
+        m_pMode = std::move(slideshow);
+        intro->Load("Mode\\intro.ssf");
+    }
 
     m_pFont = g_fontList.GetFont("Arial", 12, 0);
     g_fontList.GetFont("Tahoma", 12, 0);
     g_fontList.GetFont("Tahoma", 24, FONT_BOLD);
+    CreatePartCatalog();
     return true;
 }
 
@@ -180,6 +192,7 @@ bool Game::Run()
 int Game::Shutdown()
 {
     m_pMode.reset();
+    DestroyPartCatalog();
     if (m_pFont != nullptr)
     {
         g_fontList.ReleaseFont(m_pFont);
