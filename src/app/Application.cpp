@@ -81,6 +81,9 @@ bool Application::Init(uint16_t p_width, uint16_t p_height, uint8_t p_bitsPerPix
 
     g_pTextureManager = new TextureManager();
     g_pTextureManager->Reset();
+    // Fonts that outlived an earlier display (a second start in one process) get their
+    // glyphs in this context; at the first start there are none.
+    g_fontList.RecreateAll();
 
     g_pSound = new Sound();
     g_pSound->Init();

@@ -137,6 +137,35 @@ void TextureManager::ExpandPixels(platform::DibPixels& p_pixels, bool p_useColor
             pixel[3] = 0;
         }
     }
+    // A keyed pixel takes the colour of an opaque neighbour (staying transparent), so that
+    // filtering a scaled picture never blends the key's green into its edges.
+    for (size_t row = 0; row < height; ++row)
+    {
+        for (size_t col = 0; col < width; ++col)
+        {
+            uint8_t* pixel = bits + (row * width + col) * 4;
+            if (pixel[3] != 0 || pixel[0] != keyBlue || pixel[1] != keyGreen || pixel[2] != keyRed)
+            {
+                continue;
+            }
+            const uint8_t* neighbours[4] = {
+                col > 0 ? pixel - 4 : nullptr,
+                col + 1 < width ? pixel + 4 : nullptr,
+                row > 0 ? pixel - width * 4 : nullptr,
+                row + 1 < height ? pixel + width * 4 : nullptr,
+            };
+            for (const uint8_t* neighbour : neighbours)
+            {
+                if (neighbour != nullptr && neighbour[3] == 255)
+                {
+                    pixel[0] = neighbour[0];
+                    pixel[1] = neighbour[1];
+                    pixel[2] = neighbour[2];
+                    break;
+                }
+            }
+        }
+    }
 }
 
 bool TextureManager::LoadNode(TextureNode& p_node, bool p_useColorKey)

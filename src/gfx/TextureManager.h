@@ -45,7 +45,8 @@ public:
 
     // Turns the rows a bitmap file gave into 32-bit B, G, R, A pixels, bottom-up and
     // unpadded: 24-bit pixels get alpha 255, 32-bit ones keep their fourth byte; then, with
-    // p_useColorKey, every opaque pixel of exactly p_colorKey's colour becomes transparent.
+    // p_useColorKey, every opaque pixel of exactly p_colorKey's colour becomes transparent and
+    // takes the colour of an opaque neighbour where it has one.
     static void ExpandPixels(platform::DibPixels& p_pixels, bool p_useColorKey, uint32_t p_colorKey);
 
 private:

@@ -142,3 +142,16 @@ TEST(FontWithoutDisplayTest, FailedFontAnswersWidthsAndRefusesToPrint)
     EXPECT_FALSE(empty.SetPosition(10, 10));
     EXPECT_FLOAT_EQ(0.0f, empty.GetTextWidth("abc"));
 }
+
+TEST_F(FontTest, FontsMadeBeforeTheDisplayDrawOnceItStarts)
+{
+    // Without a context a font gets no lists; the display's start gives it its glyphs.
+    Font* early = g_fontList.GetFont("Tahoma", 13, 0);
+    ASSERT_NE(nullptr, early);
+    EXPECT_EQ(0u, early->GetListBase());
+    ASSERT_TRUE(StartApplication());
+    EXPECT_NE(0u, early->GetListBase());
+    m_app.GetRenderer()->BeginFrame();
+    EXPECT_TRUE(early->Print(1.0, 1.0, 1.0, 1.0, 10, 10, "Early"));
+    g_fontList.ReleaseFont(early);
+}

@@ -71,6 +71,14 @@ TEST(TextureManagerTest, ColourKeyMakesOnlyOpaquePureGreenTransparent)
     EXPECT_EQ(255, dib.bits[7]);
     EXPECT_EQ(255, dib.bits[11]);
     EXPECT_EQ(255, dib.bits[15]);
+    // The keyed pixel took its opaque neighbour's colour, so filtering shows no green fringe.
+    EXPECT_EQ(254, dib.bits[1]);
+
+    // Keyed pixels inside a keyed area stay key-coloured; one at the border of a red area turns red.
+    platform::DibPixels row = MakeDib24(3, 1, {0, 255, 0, 0, 255, 0, 0, 0, 200});
+    TextureManager::ExpandPixels(row, true, TextureManager::DEFAULT_COLOR_KEY);
+    EXPECT_EQ((std::vector<uint8_t>{0, 255, 0, 0, 0, 0, 200, 0, 0, 0, 200, 255}),
+              std::vector<uint8_t>(row.bits.begin(), row.bits.begin() + 12));
 
     // 32-bit pixels keep their own alpha; a green pixel that is not fully opaque is not the key.
     platform::DibPixels dib32;

@@ -12,6 +12,7 @@
 #include <cctype>
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
 #include <mutex>
 #include <string>
 #include <system_error>
@@ -24,7 +25,9 @@ namespace
 namespace fs = std::filesystem;
 
 // "art\Menu\logo.bmp" -> "art/menu/logo.bmp": folders in lower case, the file name as given.
-fs::path GamePath(const std::string& p_gameName)
+// A folder that already exists in another case ("Portraits", made by the forge) is used as it
+// is, since the game would find that one first.
+fs::path GamePath(const fs::path& p_gameDir, const std::string& p_gameName)
 {
     std::string relative = p_gameName;
     const size_t lastSlash = relative.find_last_of('\\');
@@ -35,7 +38,29 @@ fs::path GamePath(const std::string& p_gameName)
         else if (lastSlash != std::string::npos && i < lastSlash)
             relative[i] = char(std::tolower(static_cast<unsigned char>(relative[i])));
     }
-    return fs::path(relative);
+    fs::path resolved;
+    const fs::path given(relative);
+    for (auto part = given.begin(); part != given.end(); ++part)
+    {
+        fs::path name = *part;
+        std::error_code error;
+        if (std::next(part) != given.end() && !fs::is_directory(p_gameDir / resolved / name, error))
+        {
+            for (fs::directory_iterator it(p_gameDir / resolved, error), end; !error && it != end; it.increment(error))
+            {
+                std::string candidate = it->path().filename().string();
+                for (char& c : candidate)
+                    c = char(std::tolower(static_cast<unsigned char>(c)));
+                if (candidate == name.string() && it->is_directory(error))
+                {
+                    name = it->path().filename();
+                    break;
+                }
+            }
+        }
+        resolved /= name;
+    }
+    return resolved;
 }
 
 // When this program was built; pictures older than that may have been drawn differently.
@@ -158,7 +183,7 @@ int main(int p_argc, char** p_argv)
     int upToDate = 0;
     for (const artgen::PictureSpec& picture : pictures)
     {
-        const fs::path relative = GamePath(picture.gameName);
+        const fs::path relative = GamePath(gameDir, picture.gameName);
         Job job{&picture, fs::path(gameDir) / relative, {}};
         if (!pngDir.empty())
             job.pngPath = (fs::path(pngDir) / relative).replace_extension(".png");

@@ -152,7 +152,9 @@ int Build(const std::string& p_dataDir, const std::string& p_gameDir, std::ostre
     }
     for (const char* folder : GAME_FOLDERS)
     {
-        fs::create_directories(folder, ec);
+        // A folder the art generator made in another case ("portraits") is the same folder to
+        // the game; making a second one would hide the first.
+        fs::create_directories(platform::ResolvePath(folder), ec);
         if (ec)
         {
             p_err << "korvath-forge: cannot make " << p_gameDir << "/" << folder << ": " << ec.message() << "\n";

@@ -3,6 +3,7 @@
 #include "Formats.h"
 #include "WorkingDirectory.h"
 
+#include "artgen/InterfaceArt.h"
 #include "platform/BitmapFile.h"
 #include "platform/FileSearch.h"
 #include "platform/Paths.h"
@@ -13,6 +14,7 @@
 #include <cstdio>
 #include <deque>
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <ostream>
 #include <set>
@@ -67,6 +69,22 @@ std::string NumberedName(const std::string& p_first, int p_number)
     std::string name = p_first;
     name.replace(name.size() - 7, 3, digits);
     return name;
+}
+
+// The bit depth a bitmap file declares (0 when it has no sensible header). The reader converts
+// palette and 16-bit pictures, so the depth is read from the header itself.
+uint16_t DeclaredBitCount(const std::string& p_path)
+{
+    std::ifstream file(p_path, std::ios::binary);
+    uint8_t header[30] = {};
+    if (!file.read(reinterpret_cast<char*>(header), sizeof(header)) || header[0] != 'B' || header[1] != 'M')
+    {
+        return 0;
+    }
+    const uint32_t infoSize = uint32_t(header[14]) | (uint32_t(header[15]) << 8) | (uint32_t(header[16]) << 16) |
+                              (uint32_t(header[17]) << 24);
+    const size_t at = infoSize == 12 ? 24 : 28; // the old core header keeps it earlier
+    return uint16_t(header[at] | (header[at + 1] << 8));
 }
 
 struct LevelInfo
@@ -131,6 +149,62 @@ public:
             {
                 Error(folder, "the folder is missing");
             }
+        }
+    }
+
+    // The interface and HUD pictures: each must exist as a 24- or 32-bit bitmap of the size the
+    // game's layout is built around, a button's two pictures must match (Button::LoadImages
+    // asserts it), and the pilot menu needs its portraits.
+    void CheckInterfacePictures()
+    {
+        if (m_options.noArt)
+        {
+            return;
+        }
+        std::map<std::string, std::pair<int32_t, int32_t>> sizes;
+        for (const artgen::InterfacePicture& picture : artgen::INTERFACE_PICTURES)
+        {
+            int32_t width = 0;
+            int32_t height = 0;
+            if (ReadPicture(picture.gameName, width, height))
+            {
+                sizes[picture.gameName] = {width, height};
+                if (width != picture.width || height != picture.height)
+                {
+                    Error(picture.gameName, "is " + Size(width, height) + "; the game's layout needs " +
+                                                Size(picture.width, picture.height));
+                }
+            }
+        }
+        for (const auto& pair : artgen::BUTTON_PAIRS)
+        {
+            const auto up = sizes.find(pair[0]);
+            const auto down = sizes.find(pair[1]);
+            if (up != sizes.end() && down != sizes.end() && up->second != down->second)
+            {
+                Error(pair[1], "is " + Size(down->second.first, down->second.second) + " but " + Shown(pair[0]) +
+                                   " is " + Size(up->second.first, up->second.second) +
+                                   "; a button's two pictures must be the same size");
+            }
+        }
+        const std::string folder = artgen::PORTRAIT_FOLDER;
+        const std::vector<std::string> portraits = ListFiles(folder + "/*.bmp");
+        for (const std::string& file : portraits)
+        {
+            int32_t width = 0;
+            int32_t height = 0;
+            if (ReadPicture(folder + "/" + file, width, height) &&
+                (width != artgen::PORTRAIT_WIDTH || height != artgen::PORTRAIT_HEIGHT))
+            {
+                Warning(folder + "/" + file, "is " + Size(width, height) + "; the picker stretches it to " +
+                                                 Size(artgen::PORTRAIT_WIDTH, artgen::PORTRAIT_HEIGHT));
+            }
+        }
+        if (portraits.size() < artgen::MIN_PORTRAITS)
+        {
+            Error(folder, "holds " + std::to_string(portraits.size()) + " portrait" + (portraits.size() == 1 ? "" : "s") +
+                              "; a new pilot should have at least " + std::to_string(artgen::MIN_PORTRAITS) +
+                              " to choose from");
         }
     }
 
@@ -448,6 +522,37 @@ public:
     }
 
 private:
+    static std::string Size(int32_t p_width, int32_t p_height)
+    {
+        return std::to_string(p_width) + "x" + std::to_string(p_height);
+    }
+
+    // A picture the game loads as it is: present, readable, 24- or 32-bit.
+    bool ReadPicture(const std::string& p_gameName, int32_t& p_width, int32_t& p_height)
+    {
+        if (!platform::FileExists(p_gameName))
+        {
+            Error(p_gameName, "is missing");
+            return false;
+        }
+        const std::string path = platform::ResolvePath(p_gameName);
+        platform::DibPixels pixels;
+        if (!platform::ReadBitmapFile(path, pixels))
+        {
+            Error(p_gameName, "is not a readable bitmap");
+            return false;
+        }
+        const uint16_t bits = DeclaredBitCount(path);
+        if (bits != 24 && bits != 32)
+        {
+            Error(p_gameName, "is a " + std::to_string(bits) + "-bit bitmap; the game loads 24- and 32-bit ones");
+            return false;
+        }
+        p_width = pixels.width;
+        p_height = pixels.height < 0 ? -pixels.height : pixels.height;
+        return true;
+    }
+
     static std::string TableNames()
     {
         std::string names;
@@ -1004,6 +1109,7 @@ int Check(const std::string& p_gameDir, const CheckOptions& p_options, std::ostr
     }
     Checker checker(p_options, p_err);
     checker.CheckFolders();
+    checker.CheckInterfacePictures();
     checker.CheckParts();
     checker.CheckDefaultPilot();
     checker.CheckEntities();
