@@ -54,7 +54,7 @@ test-asan: deps
 fuzz: deps
 	cmake -S . -B $(FUZZ_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
 		-DKORVATH_FUZZ=ON -DKORVATH_TESTS=OFF -DKORVATH_BENCH=OFF
-	cmake --build $(FUZZ_DIR) -j $(JOBS)
+	cmake --build $(FUZZ_DIR) -j $(JOBS) --target fuzzers
 	@for f in $(CURDIR)/$(FUZZ_DIR)/fuzz/*_fuzz; do \
 		name=$$(basename $$f); corpus=$(CURDIR)/$(FUZZ_DIR)/corpus/$$name; log=$(CURDIR)/$(FUZZ_DIR)/$$name.log; \
 		mkdir -p $$corpus; \
