@@ -149,7 +149,7 @@ namespace
 // Every picture the generator lists, by game name, with how often each name was listed.
 struct Listed
 {
-    std::map<std::string, PictureSpec> byName;
+    std::map<std::string, PictureRecipe> byName;
     std::map<std::string, int> count;
 };
 
@@ -158,11 +158,11 @@ const Listed& AllListed()
     static const Listed s_listed = [] {
         ArtContext context;
         context.dataDir = std::string(KORVATH_SOURCE_DIR) + "/data";
-        std::vector<PictureSpec> pictures;
+        std::vector<PictureRecipe> pictures;
         for (PictureLister lister : GetPictureListers())
             lister(context, pictures);
         Listed listed;
-        for (const PictureSpec& picture : pictures)
+        for (const PictureRecipe& picture : pictures)
         {
             listed.byName.emplace(picture.gameName, picture);
             ++listed.count[picture.gameName];
@@ -198,14 +198,14 @@ const Drawn& DrawPicture(const std::string& p_name)
     if (known != s_drawn.end())
         return known->second;
     Drawn& drawn = s_drawn[p_name];
-    const auto spec = AllListed().byName.find(p_name);
-    if (spec == AllListed().byName.end())
+    const auto drawing = AllListed().byName.find(p_name);
+    if (drawing == AllListed().byName.end())
     {
         ADD_FAILURE() << p_name << " is not drawn";
         return drawn;
     }
-    Canvas canvas(spec->second.width, spec->second.height);
-    spec->second.draw(canvas);
+    Canvas canvas(drawing->second.width, drawing->second.height);
+    drawing->second.draw(canvas);
     EXPECT_TRUE(canvas.IsHealthy()) << p_name;
     cairo_surface_flush(canvas.Surface());
     const uint8_t* data = cairo_image_surface_get_data(canvas.Surface());
@@ -225,12 +225,12 @@ TEST(ArtRules, EveryInterfacePictureIsDrawnOnceAtItsSize)
 {
     for (const InterfacePicture& picture : INTERFACE_PICTURES)
     {
-        const auto spec = AllListed().byName.find(picture.gameName);
-        ASSERT_NE(spec, AllListed().byName.end()) << picture.gameName << " is never drawn";
+        const auto drawing = AllListed().byName.find(picture.gameName);
+        ASSERT_NE(drawing, AllListed().byName.end()) << picture.gameName << " is never drawn";
         EXPECT_EQ(AllListed().count.at(picture.gameName), 1) << picture.gameName << " is drawn twice";
-        EXPECT_EQ(spec->second.width, picture.width) << picture.gameName;
-        EXPECT_EQ(spec->second.height, picture.height) << picture.gameName;
-        EXPECT_EQ(spec->second.alpha, picture.alpha) << picture.gameName;
+        EXPECT_EQ(drawing->second.width, picture.width) << picture.gameName;
+        EXPECT_EQ(drawing->second.height, picture.height) << picture.gameName;
+        EXPECT_EQ(drawing->second.alpha, picture.alpha) << picture.gameName;
         const Drawn& drawn = DrawPicture(picture.gameName);
         ASSERT_EQ(drawn.width, picture.width);
         // Nothing is drawn blank.
@@ -345,13 +345,13 @@ TEST(ArtRules, PortraitsAreDistinctPilotsNamedForThem)
     std::vector<std::string> names;
     std::set<std::string> lowerNames;
     const std::string prefix = std::string(PORTRAIT_FOLDER) + "\\";
-    for (const auto& [name, spec] : AllListed().byName)
+    for (const auto& [name, drawing] : AllListed().byName)
     {
         if (name.compare(0, prefix.size(), prefix) != 0)
             continue;
         names.push_back(name);
-        EXPECT_EQ(spec.width, PORTRAIT_WIDTH) << name;
-        EXPECT_EQ(spec.height, PORTRAIT_HEIGHT) << name;
+        EXPECT_EQ(drawing.width, PORTRAIT_WIDTH) << name;
+        EXPECT_EQ(drawing.height, PORTRAIT_HEIGHT) << name;
         const std::string stem = name.substr(prefix.size(), name.size() - prefix.size() - 4);
         EXPECT_EQ(name.substr(name.size() - 4), ".bmp") << name;
         EXPECT_FALSE(stem.empty());

@@ -23,23 +23,23 @@ namespace
 
 const std::string DATA_DIR = std::string(KORVATH_SOURCE_DIR) + "/data";
 
-const std::map<std::string, artgen::PictureSpec>& AllPictures()
+const std::map<std::string, artgen::PictureRecipe>& AllPictures()
 {
-    static const std::map<std::string, artgen::PictureSpec> s_pictures = [] {
+    static const std::map<std::string, artgen::PictureRecipe> s_pictures = [] {
         artgen::ArtContext context;
         context.dataDir = DATA_DIR;
-        std::vector<artgen::PictureSpec> list;
+        std::vector<artgen::PictureRecipe> list;
         for (artgen::PictureLister lister : artgen::GetPictureListers())
             lister(context, list);
-        std::map<std::string, artgen::PictureSpec> byName;
-        for (const artgen::PictureSpec& picture : list)
+        std::map<std::string, artgen::PictureRecipe> byName;
+        for (const artgen::PictureRecipe& picture : list)
             byName.emplace(picture.gameName, picture);
         return byName;
     }();
     return s_pictures;
 }
 
-const artgen::PictureSpec* Find(const std::string& p_name)
+const artgen::PictureRecipe* Find(const std::string& p_name)
 {
     const auto found = AllPictures().find(p_name);
     return found == AllPictures().end() ? nullptr : &found->second;
@@ -61,20 +61,20 @@ struct Image
 Image Draw(const std::string& p_name)
 {
     Image image;
-    const artgen::PictureSpec* spec = Find(p_name);
-    if (spec == nullptr)
+    const artgen::PictureRecipe* recipe = Find(p_name);
+    if (recipe == nullptr)
     {
         ADD_FAILURE() << p_name << " is not drawn";
         return image;
     }
-    artgen::Canvas canvas(spec->width, spec->height);
-    spec->draw(canvas);
+    artgen::Canvas canvas(recipe->width, recipe->height);
+    recipe->draw(canvas);
     EXPECT_TRUE(canvas.IsHealthy()) << p_name;
     cairo_surface_flush(canvas.Surface());
     const uint8_t* data = cairo_image_surface_get_data(canvas.Surface());
     const int stride = cairo_image_surface_get_stride(canvas.Surface());
-    image.width = spec->width;
-    image.height = spec->height;
+    image.width = recipe->width;
+    image.height = recipe->height;
     image.rgba.resize(size_t(image.width) * size_t(image.height) * 4);
     for (int y = 0; y < image.height; ++y)
         for (int x = 0; x < image.width; ++x)
@@ -170,7 +170,7 @@ TEST(ShipArt, EveryHullHasItsStillAndLeanFramesAtOneSize)
     for (const Hull& hull : hulls)
     {
         SCOPED_TRACE(hull.base);
-        const artgen::PictureSpec* still = Find(hull.base + "_short_still0000.bmp");
+        const artgen::PictureRecipe* still = Find(hull.base + "_short_still0000.bmp");
         ASSERT_NE(still, nullptr);
         std::vector<std::string> frames = {hull.base + "_long_still0000.bmp"};
         for (int i = 0; i < 4; ++i)
@@ -179,7 +179,7 @@ TEST(ShipArt, EveryHullHasItsStillAndLeanFramesAtOneSize)
                     frames.push_back(Frame(hull.base, flame, kind, i));
         for (const std::string& name : frames)
         {
-            const artgen::PictureSpec* frame = Find(name);
+            const artgen::PictureRecipe* frame = Find(name);
             ASSERT_NE(frame, nullptr) << name;
             EXPECT_TRUE(frame->alpha) << name;
             EXPECT_EQ(frame->width, still->width) << name;
@@ -311,23 +311,23 @@ TEST(ShipArt, TileSetsHoldTwoHundredTilesAndFamiliesJoinWithoutSeams)
         if (first == "Art\\startile000.bmp")
         {
             // The moving starfield is drawn under the tiles: the star tile is all colour key.
-            const artgen::PictureSpec* spec = Find(first);
-            ASSERT_NE(spec, nullptr);
-            EXPECT_EQ(spec->width, 128);
-            artgen::Canvas canvas(spec->width, spec->height);
-            spec->draw(canvas);
+            const artgen::PictureRecipe* recipe = Find(first);
+            ASSERT_NE(recipe, nullptr);
+            EXPECT_EQ(recipe->width, 128);
+            artgen::Canvas canvas(recipe->width, recipe->height);
+            recipe->draw(canvas);
             cairo_surface_flush(canvas.Surface());
             const uint8_t* data = cairo_image_surface_get_data(canvas.Surface());
             const int stride = cairo_image_surface_get_stride(canvas.Surface());
             int keyed = 0;
-            for (int y = 0; y < spec->height; ++y)
-                for (int x = 0; x < spec->width; ++x)
+            for (int y = 0; y < recipe->height; ++y)
+                for (int x = 0; x < recipe->width; ++x)
                 {
                     uint32_t word = 0;
                     std::memcpy(&word, data + size_t(y) * size_t(stride) + size_t(x) * 4, 4);
                     keyed += word == 0xFF00FF00u ? 1 : 0;
                 }
-            EXPECT_EQ(keyed, spec->width * spec->height);
+            EXPECT_EQ(keyed, recipe->width * recipe->height);
             continue;
         }
         const std::string stem = first.substr(0, first.size() - 7);
@@ -335,7 +335,7 @@ TEST(ShipArt, TileSetsHoldTwoHundredTilesAndFamiliesJoinWithoutSeams)
         {
             char name[16];
             std::snprintf(name, sizeof(name), "%03d.bmp", i);
-            const artgen::PictureSpec* tile = Find(stem + name);
+            const artgen::PictureRecipe* tile = Find(stem + name);
             ASSERT_NE(tile, nullptr) << stem + name;
             EXPECT_EQ(tile->width, 128);
             EXPECT_EQ(tile->height, 128);
@@ -398,9 +398,9 @@ TEST(ShipArt, SceneryAndPartPicturesExistForEveryNameTheDataUses)
     ASSERT_FALSE(scenery.empty());
     for (const std::string& picture : scenery)
     {
-        const artgen::PictureSpec* spec = Find("Entity\\" + picture);
-        ASSERT_NE(spec, nullptr) << picture;
-        EXPECT_TRUE(spec->alpha) << picture;
+        const artgen::PictureRecipe* recipe = Find("Entity\\" + picture);
+        ASSERT_NE(recipe, nullptr) << picture;
+        EXPECT_TRUE(recipe->alpha) << picture;
     }
     // Something is drawn in each, and it is lit rock or metal, not an empty square.
     for (const char* picture : {"Entity\\beacon.bmp", "Entity\\asteroid_small.bmp", "Entity\\relay.bmp"})
@@ -421,11 +421,11 @@ TEST(ShipArt, SceneryAndPartPicturesExistForEveryNameTheDataUses)
             const std::string picture = part["picture"].as<std::string>("");
             if (picture.empty())
                 continue;
-            const artgen::PictureSpec* spec = Find(picture);
-            ASSERT_NE(spec, nullptr) << picture;
-            EXPECT_EQ(spec->width, 64);
-            EXPECT_EQ(spec->height, 64);
-            EXPECT_TRUE(spec->alpha);
+            const artgen::PictureRecipe* recipe = Find(picture);
+            ASSERT_NE(recipe, nullptr) << picture;
+            EXPECT_EQ(recipe->width, 64);
+            EXPECT_EQ(recipe->height, 64);
+            EXPECT_TRUE(recipe->alpha);
         }
 }
 
@@ -463,23 +463,23 @@ TEST(ShipArt, OddOrBrokenSourcesCostOnlyTheirOwnPictures)
     write("entities.yaml", "entities: [ {hull: oops\n");
     artgen::ArtContext context;
     context.dataDir = dir;
-    std::vector<artgen::PictureSpec> pictures;
+    std::vector<artgen::PictureRecipe> pictures;
     for (artgen::PictureLister lister : artgen::GetPictureListers())
         lister(context, pictures);
-    std::map<std::string, const artgen::PictureSpec*> byName;
-    for (const artgen::PictureSpec& picture : pictures)
+    std::map<std::string, const artgen::PictureRecipe*> byName;
+    for (const artgen::PictureRecipe& picture : pictures)
         byName[picture.gameName] = &picture;
 
     const auto still = byName.find("art\\hulls\\mystery\\mystery_short_still0000.bmp");
     ASSERT_NE(still, byName.end());
-    const artgen::PictureSpec& spec = *still->second;
-    EXPECT_GE(spec.width, 10 + 70);
-    EXPECT_GE(spec.height, 12 + 90);
-    EXPECT_GE(spec.height, 110);
-    EXPECT_EQ(spec.width % 8, 0);
+    const artgen::PictureRecipe& recipe = *still->second;
+    EXPECT_GE(recipe.width, 10 + 70);
+    EXPECT_GE(recipe.height, 12 + 90);
+    EXPECT_GE(recipe.height, 110);
+    EXPECT_EQ(recipe.width % 8, 0);
     EXPECT_NE(byName.find("art\\hulls\\mystery\\mystery_long_right0003.bmp"), byName.end());
-    artgen::Canvas canvas(spec.width, spec.height);
-    spec.draw(canvas);
+    artgen::Canvas canvas(recipe.width, recipe.height);
+    recipe.draw(canvas);
     EXPECT_TRUE(canvas.IsHealthy());
     // Without tile sets only the starfield's tile is drawn; without levels, no scenery.
     EXPECT_NE(byName.find("Art\\startile000.bmp"), byName.end());

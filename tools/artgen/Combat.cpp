@@ -192,7 +192,7 @@ void DrawExplosion(Canvas& p_canvas, int p_frame)
     kit::AvoidColourKey(p_canvas);
 }
 
-void ListCombatPictures(const ArtContext&, std::vector<PictureSpec>& p_pictures)
+void ListCombatPictures(const ArtContext&, std::vector<PictureRecipe>& p_pictures)
 {
     p_pictures.push_back({"art\\bullet00.bmp", 6, 6, true, DrawBullet});
     p_pictures.push_back({"art\\missile00.bmp", 8, 16, true, DrawMissile});

@@ -448,7 +448,7 @@ void DrawCommPiece(Canvas& p_canvas)
     PieceLabel(cr, "COMMS", w / 2.0 + 6.0, h - 5.0);
 }
 
-void ListHudPictures(const ArtContext&, std::vector<PictureSpec>& p_pictures)
+void ListHudPictures(const ArtContext&, std::vector<PictureRecipe>& p_pictures)
 {
     AddInterfacePicture(p_pictures, "art\\hudradar.bmp", DrawRadar);
     AddInterfacePicture(p_pictures, "art\\hudstats.bmp", DrawStatusPanel);

@@ -410,7 +410,7 @@ void DrawCheck(Canvas& p_canvas)
     cairo_stroke(cr);
 }
 
-void ListWidgetPictures(const ArtContext&, std::vector<PictureSpec>& p_pictures)
+void ListWidgetPictures(const ArtContext&, std::vector<PictureRecipe>& p_pictures)
 {
     auto add = [&p_pictures](const char* p_name, std::function<void(Canvas&)> p_draw) {
         AddInterfacePicture(p_pictures, p_name, std::move(p_draw));

@@ -471,7 +471,7 @@ namespace artgen
 {
 namespace
 {
-void ListLogoPictures(const ArtContext&, std::vector<PictureSpec>& p_pictures)
+void ListLogoPictures(const ArtContext&, std::vector<PictureRecipe>& p_pictures)
 {
     p_pictures.push_back({"art\\menu\\corvel_logo.bmp", 1024, 768, false, DrawCorvelLogo});
     p_pictures.push_back({"art\\menu\\brask_productions.bmp", 1024, 768, false, DrawBraskProductions});

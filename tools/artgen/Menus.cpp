@@ -569,7 +569,7 @@ void DrawDefeatBanner(Canvas& p_canvas)
     DrawBanner(p_canvas, "DEFEAT", "MISSION FAILED", {0.9, 0.16, 0.12}, {1.0, 0.62, 0.52}, {0.16, 0.05, 0.07});
 }
 
-void ListMenuPictures(const ArtContext&, std::vector<PictureSpec>& p_pictures)
+void ListMenuPictures(const ArtContext&, std::vector<PictureRecipe>& p_pictures)
 {
     AddInterfacePicture(p_pictures, "art\\ribbon.bmp", DrawRibbon);
     AddInterfacePicture(p_pictures, "art\\menu_title_bg.bmp", DrawTitlePlate);

@@ -170,7 +170,7 @@ const PartDesign PARTS[] = {
     {"art\\parts\\fusion_core.bmp", DrawFusionCore},
 };
 
-void ListPartPictures(const ArtContext& p_context, std::vector<PictureSpec>& p_pictures)
+void ListPartPictures(const ArtContext& p_context, std::vector<PictureRecipe>& p_pictures)
 {
     std::vector<std::string> wanted;
     ReadPartPictures(p_context.dataDir, wanted);

@@ -16,7 +16,7 @@ struct ArtContext
 };
 
 // One picture of the game directory and how to draw it.
-struct PictureSpec
+struct PictureRecipe
 {
     std::string gameName; // as the game asks for it, e.g. "art\menu\corvel_logo.bmp"
     int width = 0;
@@ -25,7 +25,7 @@ struct PictureSpec
     std::function<void(Canvas&)> draw;
 };
 
-using PictureLister = void (*)(const ArtContext& p_context, std::vector<PictureSpec>& p_pictures);
+using PictureLister = void (*)(const ArtContext& p_context, std::vector<PictureRecipe>& p_pictures);
 
 // Each topic file registers its lister once, with a static PictureRegistrar; the generator
 // asks every lister for its pictures. A lister that cannot read what it needs says so on

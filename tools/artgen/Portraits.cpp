@@ -1276,7 +1276,7 @@ std::vector<Pilot> MakePilots()
     return pilots;
 }
 
-void ListPortraits(const ArtContext&, std::vector<PictureSpec>& p_pictures)
+void ListPortraits(const ArtContext&, std::vector<PictureRecipe>& p_pictures)
 {
     uint64_t seed = 0x706F727472u;
     for (const Pilot& pilot : MakePilots())

@@ -687,7 +687,7 @@ const SceneryDesign SCENERY[] = {
     {"asteroid_small.bmp", 48, 48, [](Canvas& p_canvas) { DrawAsteroid(p_canvas, 603u); }},
 };
 
-void ListSceneryPictures(const ArtContext& p_context, std::vector<PictureSpec>& p_pictures)
+void ListSceneryPictures(const ArtContext& p_context, std::vector<PictureRecipe>& p_pictures)
 {
     std::vector<std::string> wanted;
     ReadSceneryPictures(p_context.dataDir, wanted);

@@ -38,7 +38,7 @@ void DrawShipFrame(Canvas& p_canvas, const ShipDesign* p_design, Faction p_facti
     painter.Finish();
 }
 
-void ListShipPictures(const ArtContext& p_context, std::vector<PictureSpec>& p_pictures)
+void ListShipPictures(const ArtContext& p_context, std::vector<PictureRecipe>& p_pictures)
 {
     std::vector<HullSource> hulls;
     if (!ReadHullSources(p_context.dataDir, hulls))

@@ -251,7 +251,7 @@ void FillCentredText(cairo_t* p_context, const std::string& p_text, double p_x, 
     cairo_fill(p_context);
 }
 
-void AddInterfacePicture(std::vector<PictureSpec>& p_pictures, const char* p_gameName,
+void AddInterfacePicture(std::vector<PictureRecipe>& p_pictures, const char* p_gameName,
                          std::function<void(Canvas&)> p_draw)
 {
     const InterfacePicture* picture = FindInterfacePicture(p_gameName);

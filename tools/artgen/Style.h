@@ -105,7 +105,7 @@ void FillCentredText(cairo_t* p_context, const std::string& p_text, double p_x, 
                      double p_tracking);
 
 // Adds one of the interface pictures of InterfaceArt.h, at the size and depth listed there.
-void AddInterfacePicture(std::vector<PictureSpec>& p_pictures, const char* p_gameName,
+void AddInterfacePicture(std::vector<PictureRecipe>& p_pictures, const char* p_gameName,
                          std::function<void(Canvas&)> p_draw);
 
 } // namespace artgen

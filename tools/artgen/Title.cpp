@@ -386,7 +386,7 @@ void DrawCredits3(Canvas& p_canvas)
     FillCentredText(cr, "The Korvath team", cx, 700.0, 3.0);
 }
 
-void ListTitlePictures(const ArtContext&, std::vector<PictureSpec>& p_pictures)
+void ListTitlePictures(const ArtContext&, std::vector<PictureRecipe>& p_pictures)
 {
     AddInterfacePicture(p_pictures, "art\\title.bmp", DrawTitle);
     AddInterfacePicture(p_pictures, "art\\planets.bmp", DrawPlanets);

@@ -306,7 +306,7 @@ bool NumberedName(const std::string& p_first, int p_index, std::string& p_name)
     return true;
 }
 
-void ListWorldPictures(const ArtContext& p_context, std::vector<PictureSpec>& p_pictures)
+void ListWorldPictures(const ArtContext& p_context, std::vector<PictureRecipe>& p_pictures)
 {
     std::vector<TileSetSource> sets;
     ReadTileSets(p_context.dataDir, sets);

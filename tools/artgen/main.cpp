@@ -94,7 +94,7 @@ void PrintUsage()
 }
 
 // Draws one picture and writes it (and its PNG copy); false when anything failed.
-bool MakePicture(const artgen::PictureSpec& p_picture, const fs::path& p_bitmapPath, const fs::path& p_pngPath,
+bool MakePicture(const artgen::PictureRecipe& p_picture, const fs::path& p_bitmapPath, const fs::path& p_pngPath,
                  std::mutex& p_output)
 {
     artgen::Canvas canvas(p_picture.width, p_picture.height);
@@ -169,19 +169,19 @@ int main(int p_argc, char** p_argv)
     if (!GeneratorTime(generatorTime))
         force = true; // cannot tell what is stale, so redo everything
 
-    std::vector<artgen::PictureSpec> pictures;
+    std::vector<artgen::PictureRecipe> pictures;
     for (artgen::PictureLister lister : artgen::GetPictureListers())
         lister(context, pictures);
 
     struct Job
     {
-        const artgen::PictureSpec* picture;
+        const artgen::PictureRecipe* picture;
         fs::path bitmapPath;
         fs::path pngPath;
     };
     std::vector<Job> jobs;
     int upToDate = 0;
-    for (const artgen::PictureSpec& picture : pictures)
+    for (const artgen::PictureRecipe& picture : pictures)
     {
         const fs::path relative = GamePath(gameDir, picture.gameName);
         Job job{&picture, fs::path(gameDir) / relative, {}};
