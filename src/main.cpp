@@ -14,7 +14,7 @@ int main(int argc, char** argv)
         {
             std::fprintf(stderr, "korvath: %s\n", error.c_str());
         }
-        std::fprintf(stderr, "usage: korvath [--windowed] [--widgets]\n");
+        std::fprintf(stderr, "usage: korvath [--windowed] [--widgets] [--mission NAME] [--pilot FILE]\n");
         return 2;
     }
     if (!g_devOptions.inputScript.empty())

@@ -31,6 +31,30 @@ bool ParseInteger(const std::string& p_text, int64_t& p_value)
     p_value = value;
     return true;
 }
+// A relative game path that never climbs above where it starts: winning a mission writes
+// the pilot file back.
+bool IsInsideGameDirectory(const std::string& p_path)
+{
+    if (p_path.empty() || p_path[0] == '/' || p_path[0] == '\\' || p_path.find(':') != std::string::npos)
+    {
+        return false;
+    }
+    size_t start = 0;
+    while (start <= p_path.size())
+    {
+        size_t end = p_path.find_first_of("/\\", start);
+        if (end == std::string::npos)
+        {
+            end = p_path.size();
+        }
+        if (p_path.compare(start, end - start, "..") == 0)
+        {
+            return false;
+        }
+        start = end + 1;
+    }
+    return true;
+}
 } // namespace
 
 void DevOptions::Parse(int p_argc, const char* const* p_argv)
@@ -50,6 +74,24 @@ void DevOptions::Parse(int p_argc, const char* const* p_argv, const char* (*p_ge
         else if (arg == "--widgets")
         {
             widgets = true;
+        }
+        else if (arg == "--mission" || arg == "--pilot")
+        {
+            const char* value = i + 1 < p_argc ? p_argv[i + 1] : nullptr;
+            if (value == nullptr || value[0] == '\0')
+            {
+                errors.push_back(arg + " needs a value");
+            }
+            else if (arg == "--pilot" && !IsInsideGameDirectory(value))
+            {
+                errors.push_back(std::string("--pilot must name a file inside the game directory, not ") + value);
+                ++i;
+            }
+            else
+            {
+                (arg == "--mission" ? mission : pilot) = value;
+                ++i;
+            }
         }
         else
         {

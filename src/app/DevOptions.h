@@ -10,6 +10,8 @@ struct DevOptions
 {
     bool windowed = false;              // --windowed
     bool widgets = false;               // --widgets: the widget gallery instead of the game
+    std::string mission;                // --mission NAME: straight into that campaign section
+    std::string pilot;                  // --pilot FILE: that pilot file loaded first
     double fixedDt = 0.0;               // KORVATH_FIXED_DT: seconds per frame, 0 = real time
     bool hasSeed = false;               // KORVATH_SEED replaces the time seed of rand
     uint32_t seed = 0;

@@ -9,9 +9,12 @@
 #include "input/InputScript.h"
 #include "input/InputSystem.h"
 #include "menus/SlideshowMode.h"
+#include "mission/Campaign.h"
+#include "mission/MissionMode.h"
 #include "pilot/PartCatalog.h"
 #include "platform/MessageQueue.h"
 #include "platform/Window.h"
+#include "sim/PlayerShip.h"
 #include "ui/WidgetGalleryMode.h"
 
 #include <cstdio>
@@ -34,11 +37,17 @@ bool Game::Init(uint16_t p_width, uint16_t p_height, uint8_t p_bitsPerPixel)
     {
         return false;
     }
+    // Pilots fit their parts from the catalogue, so it comes before any mode.
+    CreatePartCatalog();
     if (g_devOptions.widgets)
     {
         // The developer's widget gallery instead of the game; its "Quit" returns ModeCode 7.
         m_modeCode = MODECODE_MENUS;
         m_pMode = std::make_unique<WidgetGalleryMode>();
+    }
+    else if (!g_devOptions.mission.empty() || !g_devOptions.pilot.empty())
+    {
+        StartDeveloperMission();
     }
     else
     {
@@ -52,8 +61,30 @@ bool Game::Init(uint16_t p_width, uint16_t p_height, uint8_t p_bitsPerPixel)
     m_pFont = g_fontList.GetFont("Arial", 12, 0);
     g_fontList.GetFont("Tahoma", 12, 0);
     g_fontList.GetFont("Tahoma", 24, FONT_BOLD);
-    CreatePartCatalog();
     return true;
+}
+
+void Game::StartDeveloperMission()
+{
+    auto mission = std::make_unique<MissionMode>();
+    // The first mode made the player's ship: now it can take its pilot. Without --pilot a
+    // new pilot starts, the way the pilot menu makes one.
+    if (!g_devOptions.pilot.empty())
+    {
+        Mode::s_pPlayer->LoadPilot(g_devOptions.pilot.c_str());
+    }
+    else
+    {
+        Mode::s_pPlayer->GetPilot().SetPilotName(DEVELOPER_PILOT);
+        Mode::s_pPlayer->LoadPilot(Pilot::NewPilotFileName(DEVELOPER_PILOT).c_str());
+    }
+    if (!g_devOptions.mission.empty())
+    {
+        g_campaign.SetMission(g_devOptions.mission.c_str());
+    }
+    MissionMode* mode = mission.get();
+    SetCurrentMode(std::move(mission), MODECODE_MISSION);
+    mode->Init(m_pInput.get());
 }
 
 float Game::ClampFrameTime(float p_dt)
@@ -63,8 +94,8 @@ float Game::ClampFrameTime(float p_dt)
 
 bool Game::HasMode(int32_t p_code) const
 {
-    // Only the slideshow exists so far; until the menus do, the end of the logos ends the game.
-    return p_code == MODECODE_SLIDESHOW || p_code == MODECODE_CREDITS;
+    // Until the menus and the hub exist, leading to either ends the game.
+    return p_code == MODECODE_SLIDESHOW || p_code == MODECODE_CREDITS || p_code == MODECODE_MISSION;
 }
 
 std::unique_ptr<Mode> Game::NewMode(int32_t p_code)
@@ -72,6 +103,10 @@ std::unique_ptr<Mode> Game::NewMode(int32_t p_code)
     if (p_code == MODECODE_SLIDESHOW || p_code == MODECODE_CREDITS)
     {
         return std::make_unique<SlideshowMode>();
+    }
+    if (p_code == MODECODE_MISSION)
+    {
+        return std::make_unique<MissionMode>();
     }
     return nullptr;
 }
@@ -81,6 +116,10 @@ void Game::StartMode(int32_t p_code)
     if (p_code == MODECODE_SLIDESHOW || p_code == MODECODE_CREDITS)
     {
         static_cast<SlideshowMode*>(m_pMode.get())->Load(p_code == MODECODE_CREDITS ? SlideshowMode::CREDITS_TEXT : nullptr);
+    }
+    else if (p_code == MODECODE_MISSION)
+    {
+        static_cast<MissionMode*>(m_pMode.get())->Init(m_pInput.get());
     }
 }
 
@@ -103,7 +142,7 @@ bool Game::ApplyModeCode(int32_t p_code)
     case MODECODE_CREDITS:
         if (!HasMode(p_code))
         {
-            return p_code != MODECODE_MENUS;
+            return false;
         }
         // The old mode goes before the new one is made: its destructor silences its sounds.
         m_pMode.reset();

@@ -15,6 +15,8 @@ class Game : public Application
 public:
     // Frames never advance the game by more than this many seconds.
     static constexpr float MAX_FRAME_TIME = 5.0f;
+    // The name of the pilot --mission makes when no --pilot is given.
+    static constexpr const char* DEVELOPER_PILOT = "Developer";
 
     Game();
     ~Game() override;
@@ -42,6 +44,8 @@ protected:
     // Initialises or loads the just-created current mode.
     virtual void StartMode(int32_t p_code);
     void SetCurrentMode(std::unique_ptr<Mode> p_mode, int32_t p_modeCode);
+    // --mission / --pilot: straight into mission play.
+    void StartDeveloperMission();
 
 private:
     int32_t m_modeCode;

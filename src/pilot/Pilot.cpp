@@ -1,5 +1,6 @@
 #include "pilot/Pilot.h"
 
+#include <cstring>
 #include <limits>
 
 #include "pilot/DataFile.h"
@@ -10,6 +11,38 @@
 Pilot::Pilot(const char* p_fileName)
 {
     SetFileName(p_fileName);
+}
+
+std::string Pilot::SafeFileNamePart(const std::string& p_pilotName)
+{
+    const std::string name = p_pilotName.substr(0, MAX_FILE_NAME_PART);
+    std::string part = name;
+    for (size_t i = 0; i < name.size(); ++i)
+    {
+        const unsigned char c = static_cast<unsigned char>(name[i]);
+        const bool unsafe = c < 0x20 || c >= 0x7F || std::strchr("/\\:*?\"<>|", c) != nullptr;
+        // A leading dot would hide the file; two dots in a row could be read as the parent.
+        const bool badDot = c == '.' && (i == 0 || name[i - 1] == '.' || (i + 1 < name.size() && name[i + 1] == '.'));
+        if (unsafe || badDot)
+        {
+            part[i] = '_';
+        }
+    }
+    return part;
+}
+
+std::string Pilot::NewPilotFileName(const std::string& p_pilotName)
+{
+    const std::string part = SafeFileNamePart(p_pilotName);
+    for (int number = 0;; ++number)
+    {
+        std::string name = "Saves\\" + part + std::to_string(number) + ".sav";
+        DataFile file;
+        if (!file.Open(name.c_str(), "rb"))
+        {
+            return name;
+        }
+    }
 }
 
 void Pilot::SetFileName(const char* p_fileName)

@@ -19,8 +19,20 @@ public:
     static constexpr const char* DEFAULT_WEAPON = "Machine Gun";
     static constexpr uint16_t DEFAULT_BULLETS = 500;
 
+    // Longest part of a file name taken from a pilot's name.
+    static constexpr size_t MAX_FILE_NAME_PART = 64;
+
     // A new pilot's record; p_fileName may be null.
     explicit Pilot(const char* p_fileName = nullptr);
+
+    // The file of a new single-player pilot: "Saves\" + name + number + ".sav" with the first
+    // number from 0 up whose file does not open yet. The name goes through SafeFileNamePart.
+    static std::string NewPilotFileName(const std::string& p_pilotName);
+    // The pilot's name as it may stand in a file name: path separators, characters Windows
+    // refuses, control characters, dots that could climb or hide and every byte beyond ASCII
+    // become '_', and the result is cut to MAX_FILE_NAME_PART characters. The record keeps the
+    // name as typed; only the file name changes, so no name can reach outside "Saves".
+    static std::string SafeFileNamePart(const std::string& p_pilotName);
 
     // A null name changes nothing.
     void SetFileName(const char* p_fileName);

@@ -37,11 +37,13 @@ TEST(DevOptionsTest, ReadsEveryOption)
              {"KORVATH_SEED", "1234"},
              {"KORVATH_SCREENSHOT_AT", "50,2,120"},
              {"KORVATH_EXIT_AFTER", "300"}};
-    const char* argv[] = {"korvath", "--windowed"};
+    const char* argv[] = {"korvath", "--windowed", "--mission", "Mission3", "--pilot", "Saves\\Ace0.sav"};
     DevOptions options;
-    options.Parse(2, argv, &FakeGetenv);
+    options.Parse(6, argv, &FakeGetenv);
     EXPECT_TRUE(options.errors.empty());
     EXPECT_TRUE(options.windowed);
+    EXPECT_EQ("Mission3", options.mission);
+    EXPECT_EQ("Saves\\Ace0.sav", options.pilot);
     EXPECT_DOUBLE_EQ(0.05, options.fixedDt);
     EXPECT_TRUE(options.hasSeed);
     EXPECT_EQ(1234u, options.seed);
@@ -59,16 +61,21 @@ TEST(DevOptionsTest, MalformedValuesAreReportedNotGuessed)
              {"KORVATH_SEED", "-3"},
              {"KORVATH_SCREENSHOT_AT", "5,,x,0"},
              {"KORVATH_EXIT_AFTER", "10frames"}};
-    const char* argv[] = {"korvath", "--fullscreen-please"};
+    const char* argv[] = {"korvath", "--fullscreen-please", "--pilot", "Saves\\..\\..\\x.sav", "--pilot", "/tmp/x.sav",
+                          "--mission"};
     DevOptions options;
-    options.Parse(2, argv, &FakeGetenv);
+    options.Parse(7, argv, &FakeGetenv);
+    EXPECT_TRUE(options.mission.empty());
+    // A pilot file outside the game directory would be written there after a win.
+    EXPECT_TRUE(options.pilot.empty());
     EXPECT_EQ(0.0, options.fixedDt);
     EXPECT_FALSE(options.hasSeed);
     EXPECT_EQ(0, options.exitAfter);
     EXPECT_TRUE(options.IsScreenshotFrame(5));
     EXPECT_EQ(1u, options.screenshotFrames.size());
-    // The option, the three bad frame numbers, dt, seed and the frame count.
-    EXPECT_EQ(7u, options.errors.size());
+    // The option, the two pilots outside, the missing mission name, the three bad frame
+    // numbers, dt, seed and the frame count.
+    EXPECT_EQ(10u, options.errors.size());
 }
 
 TEST(RandomTest, ClassicFifteenBitSequence)

@@ -133,8 +133,9 @@ TEST(GameTest, SlideshowsForCodesThreeAndCredits)
     EXPECT_EQ(10, credits->GetSlideTime());
     EXPECT_EQ("art\\credits\\credits3.bmp", credits->GetSlide(2)->GetImage()->GetFileName());
 
-    // Without menus yet, the end of a slideshow ends the game and keeps the slideshow current.
+    // Without menus and hub yet, leading to either ends the game and keeps the mode current.
     EXPECT_FALSE(game.ApplyModeCode(MODECODE_MENUS));
+    EXPECT_FALSE(game.ApplyModeCode(MODECODE_HUB));
     EXPECT_EQ(credits, game.GetCurrentMode());
 }
 
