@@ -13,6 +13,16 @@
 namespace e2e
 {
 
+std::map<std::string, std::string> GameEnv(const std::map<std::string, std::string>& p_extra)
+{
+    std::map<std::string, std::string> env = p_extra;
+    env.insert({{"KORVATH_HEADLESS", "1"},
+                {"SDL_AUDIODRIVER", "dummy"},
+                {"LIBGL_ALWAYS_SOFTWARE", "1"},
+                {"ASAN_OPTIONS", "detect_leaks=0"}});
+    return env;
+}
+
 ProcessResult RunGame(const std::string& p_workDir, const std::vector<std::string>& p_args,
                       const std::map<std::string, std::string>& p_env, int p_timeoutSeconds)
 {

@@ -16,6 +16,11 @@ struct ProcessResult
     std::string standardError;
 };
 
+// The environment of a game run under test: headless messages, the dummy audio driver,
+// Mesa's software renderer and no leak report for the GL driver's own allocations, plus
+// p_extra (which wins over the base where both name a variable).
+std::map<std::string, std::string> GameEnv(const std::map<std::string, std::string>& p_extra = {});
+
 // Runs the real game binary in p_workDir with extra environment variables, waiting at most
 // p_timeoutSeconds.
 ProcessResult RunGame(const std::string& p_workDir, const std::vector<std::string>& p_args,

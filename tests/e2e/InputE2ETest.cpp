@@ -31,15 +31,10 @@ protected:
             std::ofstream file(m_dir + "/script.txt");
             file << p_script;
         }
-        // In sanitizer builds the GL driver's own allocations would read as leaks of the game.
-        const std::map<std::string, std::string> env = {{"KORVATH_HEADLESS", "1"},
-                                                        {"SDL_AUDIODRIVER", "dummy"},
-                                                        {"LIBGL_ALWAYS_SOFTWARE", "1"},
-                                                        {"ASAN_OPTIONS", "detect_leaks=0"},
-                                                        {"KORVATH_FIXED_DT", "0.05"},
-                                                        {"KORVATH_INPUT_SCRIPT", "script.txt"},
-                                                        {"KORVATH_SCREENSHOT_AT", p_screenshots},
-                                                        {"KORVATH_EXIT_AFTER", p_exitAfter}};
+        const std::map<std::string, std::string> env = e2e::GameEnv({{"KORVATH_FIXED_DT", "0.05"},
+                                                                     {"KORVATH_INPUT_SCRIPT", "script.txt"},
+                                                                     {"KORVATH_SCREENSHOT_AT", p_screenshots},
+                                                                     {"KORVATH_EXIT_AFTER", p_exitAfter}});
         return e2e::RunGame(m_dir, {"--windowed"}, env, 120);
     }
     bool Saved(int p_frame) const

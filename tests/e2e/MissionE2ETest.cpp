@@ -66,17 +66,12 @@ const char* KeyName(uint8_t p_code)
     }
 }
 
-std::map<std::string, std::string> GameEnv(const std::string& p_screenshots)
+std::map<std::string, std::string> ReplayEnv(const std::string& p_screenshots)
 {
-    // In sanitizer builds the GL driver's own allocations would read as leaks of the game.
-    return {{"KORVATH_HEADLESS", "1"},
-            {"SDL_AUDIODRIVER", "dummy"},
-            {"LIBGL_ALWAYS_SOFTWARE", "1"},
-            {"ASAN_OPTIONS", "detect_leaks=0"},
-            {"KORVATH_FIXED_DT", "0.05"},
-            {"KORVATH_SEED", std::to_string(SEED)},
-            {"KORVATH_INPUT_SCRIPT", "script.txt"},
-            {"KORVATH_SCREENSHOT_AT", p_screenshots}};
+    return e2e::GameEnv({{"KORVATH_FIXED_DT", "0.05"},
+                         {"KORVATH_SEED", std::to_string(SEED)},
+                         {"KORVATH_INPUT_SCRIPT", "script.txt"},
+                         {"KORVATH_SCREENSHOT_AT", p_screenshots}});
 }
 
 // The heading (degrees, 0 up the map, 90 along +x) from one point towards another.
@@ -463,7 +458,7 @@ TEST_F(MissionE2ETest, TheBotWinsTheFirstMissionAndTheReplayWinsItAgain)
     }
     const e2e::ProcessResult replay =
         e2e::RunGame(m_dir, {"--windowed", "--mission", "Mission1", "--pilot", PILOT_FILE},
-                     GameEnv(std::to_string(run.bannerFrame)), 600);
+                     ReplayEnv(std::to_string(run.bannerFrame)), 600);
     ASSERT_TRUE(replay.exited) << replay.standardError;
     EXPECT_EQ(0, replay.exitCode) << replay.standardError;
     EXPECT_GT(BannerMatch(Screenshot(run.bannerFrame), m_dir + "/art/victorybanner.bmp"), 0.8);

@@ -8,14 +8,6 @@
 
 namespace
 {
-std::map<std::string, std::string> BaseEnv()
-{
-    // In sanitizer builds the GL driver's own allocations would read as leaks of the game.
-    return {{"KORVATH_HEADLESS", "1"},
-            {"SDL_AUDIODRIVER", "dummy"},
-            {"LIBGL_ALWAYS_SOFTWARE", "1"},
-            {"ASAN_OPTIONS", "detect_leaks=0"}};
-}
 
 // Mean brightness of a screenshot's central region, or -1 when it cannot be read.
 double ScreenshotBrightness(const std::string& p_path)
@@ -50,7 +42,7 @@ TEST(SlideshowE2ETest, LogosFadeInHoldFadeOutAndTheGameEnds)
     ASSERT_TRUE(testsupport::WriteSolidBitmap(dir + "/art/menu/corvel_logo.bmp", 1024, 768, 255, 255, 255, 24));
     ASSERT_TRUE(testsupport::WriteSolidBitmap(dir + "/art/menu/brask_productions.bmp", 1024, 768, 128, 128, 128, 24));
 
-    auto env = BaseEnv();
+    auto env = e2e::GameEnv();
     env["KORVATH_FIXED_DT"] = "0.05";
     env["KORVATH_SCREENSHOT_AT"] = "1,12,50,95,150,300";
     env["KORVATH_EXIT_AFTER"] = "1000";
@@ -80,7 +72,7 @@ TEST(SlideshowE2ETest, LogosFadeInHoldFadeOutAndTheGameEnds)
 TEST(SlideshowE2ETest, MissingLogosShowBlackAndStillEnd)
 {
     const std::string dir = testsupport::MakeTempDir("korvath-e2e-empty");
-    auto env = BaseEnv();
+    auto env = e2e::GameEnv();
     env["KORVATH_FIXED_DT"] = "0.1";
     env["KORVATH_SCREENSHOT_AT"] = "25";
     env["KORVATH_EXIT_AFTER"] = "1000";
@@ -96,7 +88,7 @@ TEST(SlideshowE2ETest, MissingLogosShowBlackAndStillEnd)
 TEST(StartupE2ETest, UnusableDisplayReportsAndExitsCleanly)
 {
     const std::string dir = testsupport::MakeTempDir("korvath-e2e-nodisplay");
-    auto env = BaseEnv();
+    auto env = e2e::GameEnv();
     env["SDL_VIDEODRIVER"] = "no-such-driver";
     const e2e::ProcessResult run = e2e::RunGame(dir, {"--windowed"}, env, 60);
     ASSERT_TRUE(run.exited) << "signal " << run.signal;
@@ -106,7 +98,7 @@ TEST(StartupE2ETest, UnusableDisplayReportsAndExitsCleanly)
     // Only that one box: nothing after the failed step was tried.
     EXPECT_EQ(std::string::npos, run.standardError.find("Unable to Create Window"));
 
-    const e2e::ProcessResult bad = e2e::RunGame(dir, {"--no-such-option"}, BaseEnv(), 60);
+    const e2e::ProcessResult bad = e2e::RunGame(dir, {"--no-such-option"}, e2e::GameEnv(), 60);
     ASSERT_TRUE(bad.exited);
     EXPECT_EQ(2, bad.exitCode);
     EXPECT_NE(std::string::npos, bad.standardError.find("--no-such-option"));

@@ -100,17 +100,41 @@ public:
     int m_twoPlayerKills = 0;
 };
 
-// A computer ship whose numbers a test sets directly.
-class ProbeShip : public EntityShip
+// A ship whose numbers and weapons a test sets directly.
+template <class ShipBase>
+class ProbeOf : public ShipBase
 {
 public:
     void SetLimits(uint16_t p_min, uint16_t p_max, uint16_t p_thrust, uint16_t p_turnRate)
     {
-        m_minSpeed = p_min;
-        m_maxSpeed = p_max;
-        m_thrust = p_thrust;
-        m_turnRate = p_turnRate;
+        this->m_minSpeed = p_min;
+        this->m_maxSpeed = p_max;
+        this->m_thrust = p_thrust;
+        this->m_turnRate = p_turnRate;
     }
+    void Mount(int p_mount, Weapon* p_weapon) { this->m_pWeapons[p_mount] = p_weapon; }
+    PhysicalDesc& Desc() { return *this->m_pPhysicalDesc; }
+    // Places the ship with a box of no size, so that its centre is its position, and
+    // computes its velocity, as an update would.
+    void Place(double p_x, double p_y, double p_heading, double p_speed, double p_turnRate = 0.0)
+    {
+        PhysicalDesc& desc = Desc();
+        desc.SetBox(0, 0, 0, 0);
+        desc.SetPosition(p_x, p_y);
+        desc.SetHeading(p_heading);
+        desc.SetSpeed(p_speed);
+        desc.SetRotationSpeed(0.0);
+        desc.Update(0.0f);
+        desc.SetRotationSpeed(p_turnRate);
+        this->m_centerX = p_x;
+        this->m_centerY = p_y;
+    }
+};
+
+// A computer ship.
+class ProbeShip : public ProbeOf<EntityShip>
+{
+public:
     void SetDefences(unsigned p_armour, unsigned p_shield, unsigned p_absorption = DEFAULT_ABSORPTION)
     {
         m_armour = p_armour;
@@ -119,49 +143,10 @@ public:
         m_maxShield = p_shield;
         m_absorption = p_absorption;
     }
-    void Mount(int p_mount, Weapon* p_weapon) { m_pWeapons[p_mount] = p_weapon; }
-    PhysicalDesc& Desc() { return *m_pPhysicalDesc; }
-    // Places the ship with a box of no size, so that its centre is its position, and
-    // computes its velocity, as an update would.
-    void Place(double p_x, double p_y, double p_heading, double p_speed, double p_turnRate = 0.0)
-    {
-        m_pPhysicalDesc->SetBox(0, 0, 0, 0);
-        m_pPhysicalDesc->SetPosition(p_x, p_y);
-        m_pPhysicalDesc->SetHeading(p_heading);
-        m_pPhysicalDesc->SetSpeed(p_speed);
-        m_pPhysicalDesc->SetRotationSpeed(0.0);
-        m_pPhysicalDesc->Update(0.0f);
-        m_pPhysicalDesc->SetRotationSpeed(p_turnRate);
-        m_centerX = p_x;
-        m_centerY = p_y;
-    }
 };
 
-// A player's ship whose weapons a test fits directly.
-class ProbePlayer : public PlayerShip
-{
-public:
-    void Mount(int p_mount, Weapon* p_weapon) { m_pWeapons[p_mount] = p_weapon; }
-    void SetLimits(uint16_t p_min, uint16_t p_max, uint16_t p_thrust, uint16_t p_turnRate)
-    {
-        m_minSpeed = p_min;
-        m_maxSpeed = p_max;
-        m_thrust = p_thrust;
-        m_turnRate = p_turnRate;
-    }
-    void Place(double p_x, double p_y, double p_heading, double p_speed, double p_turnRate = 0.0)
-    {
-        m_pPhysicalDesc->SetBox(0, 0, 0, 0);
-        m_pPhysicalDesc->SetPosition(p_x, p_y);
-        m_pPhysicalDesc->SetHeading(p_heading);
-        m_pPhysicalDesc->SetSpeed(p_speed);
-        m_pPhysicalDesc->SetRotationSpeed(0.0);
-        m_pPhysicalDesc->Update(0.0f);
-        m_pPhysicalDesc->SetRotationSpeed(p_turnRate);
-        m_centerX = p_x;
-        m_centerY = p_y;
-    }
-};
+// A player's ship.
+using ProbePlayer = ProbeOf<PlayerShip>;
 
 // A computer ship: a drone-like attacker with a machine gun (or p_weapon).
 inline forge::EntityRecord MakeEntity(const std::string& p_weapon = "Machine Gun", int32_t p_armour = 40,
