@@ -1,4 +1,7 @@
 #include "e2e/GameProcess.h"
+#include "support/TestBitmaps.h"
+
+#include <filesystem>
 
 #include <chrono>
 #include <csignal>
@@ -94,6 +97,18 @@ ProcessResult RunGame(const std::string& p_workDir, const std::vector<std::strin
     text << in.rdbuf();
     result.standardError = text.str();
     return result;
+}
+
+void GameDirTest::SetUp()
+{
+    m_dir = testsupport::MakeTempDir(m_tag);
+    ASSERT_FALSE(m_dir.empty());
+}
+
+void GameDirTest::TearDown()
+{
+    std::error_code error;
+    std::filesystem::remove_all(m_dir, error);
 }
 
 } // namespace e2e

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <map>
 #include <string>
 #include <vector>
@@ -25,5 +27,19 @@ std::map<std::string, std::string> GameEnv(const std::map<std::string, std::stri
 // p_timeoutSeconds.
 ProcessResult RunGame(const std::string& p_workDir, const std::vector<std::string>& p_args,
                       const std::map<std::string, std::string>& p_env, int p_timeoutSeconds);
+
+// A test with a fresh temporary folder for the game to run in, removed afterwards.
+class GameDirTest : public ::testing::Test
+{
+protected:
+    explicit GameDirTest(std::string p_tag) : m_tag(std::move(p_tag)) {}
+    void SetUp() override;
+    void TearDown() override;
+
+    std::string m_dir;
+
+private:
+    std::string m_tag;
+};
 
 } // namespace e2e

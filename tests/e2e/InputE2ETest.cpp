@@ -9,19 +9,10 @@
 
 namespace
 {
-class InputE2ETest : public ::testing::Test
+class InputE2ETest : public e2e::GameDirTest
 {
 protected:
-    void SetUp() override
-    {
-        m_dir = testsupport::MakeTempDir("korvath-e2e-input");
-        ASSERT_FALSE(m_dir.empty());
-    }
-    void TearDown() override
-    {
-        std::error_code error;
-        std::filesystem::remove_all(m_dir, error);
-    }
+    InputE2ETest() : GameDirTest("korvath-e2e-input") {}
 
     // Runs the game at 20 frames a second with the script, saving the listed frames.
     e2e::ProcessResult Run(const std::string& p_script, const std::string& p_screenshots,
@@ -43,8 +34,6 @@ protected:
         std::snprintf(name, sizeof(name), "/screenshot-%06d.png", p_frame);
         return std::filesystem::exists(m_dir + name);
     }
-
-    std::string m_dir;
 };
 } // namespace
 

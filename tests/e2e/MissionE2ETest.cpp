@@ -320,9 +320,11 @@ double BannerMatch(const std::string& p_screenshot, const std::string& p_banner)
     return compared > 500 ? static_cast<double>(matching) / compared : 0.0;
 }
 
-class MissionE2ETest : public ::testing::Test
+class MissionE2ETest : public e2e::GameDirTest
 {
 protected:
+    MissionE2ETest() : GameDirTest("korvath-e2e-mission") {}
+
     void SetUp() override
     {
 #if defined(__SANITIZE_ADDRESS__)
@@ -330,8 +332,11 @@ protected:
         // unloaded at exit, where leak reports can no longer name it.
         __lsan_disable();
 #endif
-        m_dir = testsupport::MakeTempDir("korvath-e2e-mission");
-        ASSERT_FALSE(m_dir.empty());
+        GameDirTest::SetUp();
+        if (HasFatalFailure())
+        {
+            return;
+        }
         // The game directory, built by the same tools as `make data` (sounds are left out:
         // a missing sound is silent).
         const std::string build = std::string(KORVATH_ARTGEN_BINARY) + " '" + m_dir + "' --data '" KORVATH_DATA_DIR "' >/dev/null && " +
@@ -358,7 +363,7 @@ protected:
             }
             std::fprintf(stderr, "screenshots kept in %s\n", keep.c_str());
         }
-        fs::remove_all(m_dir, error);
+        GameDirTest::TearDown();
     }
 
     struct BotRun
@@ -424,7 +429,6 @@ protected:
 
     std::string Screenshot(int64_t p_frame) const { return m_dir + "/" + DevOptions::ScreenshotName(p_frame); }
 
-    std::string m_dir;
     fs::path m_oldDir;
 };
 } // namespace

@@ -10,19 +10,10 @@
 
 namespace
 {
-class WidgetGalleryE2ETest : public ::testing::Test
+class WidgetGalleryE2ETest : public e2e::GameDirTest
 {
 protected:
-    void SetUp() override
-    {
-        m_dir = testsupport::MakeTempDir("korvath-e2e-widgets");
-        ASSERT_FALSE(m_dir.empty());
-    }
-    void TearDown() override
-    {
-        std::error_code error;
-        std::filesystem::remove_all(m_dir, error);
-    }
+    WidgetGalleryE2ETest() : GameDirTest("korvath-e2e-widgets") {}
 
     e2e::ProcessResult Run(const std::string& p_script, const std::string& p_screenshots)
     {
@@ -43,8 +34,6 @@ protected:
         std::snprintf(name, sizeof(name), "/screenshot-%06d.png", p_frame);
         return std::filesystem::exists(m_dir + name);
     }
-
-    std::string m_dir;
 };
 } // namespace
 
