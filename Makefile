@@ -10,6 +10,8 @@ SHELL       := /bin/bash
 XVFB        := xvfb-run -a -s "-screen 0 1280x1024x24"
 TEST_ENV    := SDL_AUDIODRIVER=dummy KORVATH_HEADLESS=1 LIBGL_ALWAYS_SOFTWARE=1
 FUZZ_SECONDS ?= 10
+# Rebuilds reuse earlier compilations when ccache is installed.
+CCACHE      := $(if $(shell command -v ccache),-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
 
 .PHONY: all deps build data contact-sheet play test test-asan fuzz bench clean
 
@@ -19,7 +21,7 @@ deps:
 	@./scripts/install-deps.sh
 
 $(BUILD_DIR)/CMakeCache.txt:
-	cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CCACHE)
 
 build: deps $(BUILD_DIR)/CMakeCache.txt
 	cmake --build $(BUILD_DIR) -j $(JOBS)
@@ -47,13 +49,13 @@ test: data fuzz test-asan
 	cd $(BUILD_DIR) && $(TEST_ENV) $(XVFB) ctest --output-on-failure -j $(JOBS)
 
 test-asan: deps
-	cmake -S . -B $(ASAN_DIR) -DCMAKE_BUILD_TYPE=Debug -DKORVATH_SANITIZE=ON -DKORVATH_BENCH=OFF
+	cmake -S . -B $(ASAN_DIR) -DCMAKE_BUILD_TYPE=Debug -DKORVATH_SANITIZE=ON -DKORVATH_BENCH=OFF $(CCACHE)
 	cmake --build $(ASAN_DIR) -j $(JOBS)
 	cd $(ASAN_DIR) && $(TEST_ENV) $(XVFB) ctest --output-on-failure -j $(JOBS)
 
 fuzz: deps
 	cmake -S . -B $(FUZZ_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
-		-DKORVATH_FUZZ=ON -DKORVATH_TESTS=OFF -DKORVATH_BENCH=OFF
+		-DKORVATH_FUZZ=ON -DKORVATH_TESTS=OFF -DKORVATH_BENCH=OFF $(CCACHE)
 	cmake --build $(FUZZ_DIR) -j $(JOBS) --target fuzzers
 	@for f in $(CURDIR)/$(FUZZ_DIR)/fuzz/*_fuzz; do \
 		name=$$(basename $$f); corpus=$(CURDIR)/$(FUZZ_DIR)/corpus/$$name; log=$(CURDIR)/$(FUZZ_DIR)/$$name.log; \

@@ -4,7 +4,7 @@
 set -euo pipefail
 
 PACKAGES=(
-  build-essential cmake pkg-config clang
+  build-essential cmake pkg-config clang ccache
   libsdl2-dev libsdl2-mixer-dev libfluidsynth-dev
   libfreetype-dev libfontconfig-dev fontconfig
   fonts-liberation2 fonts-dejavu-core
