@@ -8,6 +8,8 @@
 #include "gfx/FontList.h"
 #include "input/InputScript.h"
 #include "input/InputSystem.h"
+#include "menus/Menu.h"
+#include "menus/MenuMode.h"
 #include "menus/SlideshowMode.h"
 #include "mission/Campaign.h"
 #include "mission/MissionMode.h"
@@ -94,8 +96,7 @@ float Game::ClampFrameTime(float p_dt)
 
 bool Game::HasMode(int32_t p_code) const
 {
-    // Until the menus and the hub exist, leading to either ends the game.
-    return p_code == MODECODE_SLIDESHOW || p_code == MODECODE_CREDITS || p_code == MODECODE_MISSION;
+    return p_code != MODECODE_HUB;
 }
 
 std::unique_ptr<Mode> Game::NewMode(int32_t p_code)
@@ -107,6 +108,10 @@ std::unique_ptr<Mode> Game::NewMode(int32_t p_code)
     if (p_code == MODECODE_MISSION)
     {
         return std::make_unique<MissionMode>();
+    }
+    if (p_code == MODECODE_MENUS)
+    {
+        return std::make_unique<MenuMode>();
     }
     return nullptr;
 }
@@ -120,6 +125,10 @@ void Game::StartMode(int32_t p_code)
     else if (p_code == MODECODE_MISSION)
     {
         static_cast<MissionMode*>(m_pMode.get())->Init(m_pInput.get());
+    }
+    else if (p_code == MODECODE_MENUS)
+    {
+        static_cast<MenuMode*>(m_pMode.get())->Init(m_pInput ? m_pInput->GetMouse() : nullptr, MENUCODE_OPEN_TITLE);
     }
 }
 
@@ -142,7 +151,12 @@ bool Game::ApplyModeCode(int32_t p_code)
     case MODECODE_CREDITS:
         if (!HasMode(p_code))
         {
-            return false;
+            // A screen the game lacks leads back to the title menu rather than nowhere.
+            if (!HasMode(MODECODE_MENUS))
+            {
+                return false;
+            }
+            p_code = MODECODE_MENUS;
         }
         // The old mode goes before the new one is made: its destructor silences its sounds.
         m_pMode.reset();

@@ -62,11 +62,8 @@ bool InGameMenu::Init()
     for (int32_t i = 0; i < NUM_BUTTONS; ++i)
     {
         auto button = std::make_unique<Button>(m_pCursor);
-        if (!button->LoadImages("art\\button_up2.bmp", "art\\button_down2.bmp") || button->GetWidth() == 0)
-        {
-            // Without its pictures a button still has its caption and can be clicked.
-            button->SetSize(FALLBACK_BUTTON_WIDTH, FALLBACK_BUTTON_HEIGHT);
-        }
+        button->LoadImagesOrSize("art\\button_up2.bmp", "art\\button_down2.bmp", FALLBACK_BUTTON_WIDTH,
+                                 FALLBACK_BUTTON_HEIGHT);
         button->SetFont("Tahoma", 12, 0);
         button->SetText(CAPTIONS[i], 0.0, 0.0, 0.0, 1.0);
         const double x = panelMiddle - button->GetWidth() / 2;

@@ -12,6 +12,8 @@ class InputSystem;
 // hub); any value not listed here changes nothing.
 enum MenuCode : int32_t
 {
+    // Codes 0 up to this one leave the menus as the game's ModeCode.
+    MENUCODE_LAST_MODECODE = 4,
     MENUCODE_STAY = 6,
     MENUCODE_QUIT = 7,
     // The menu has finished closing: its owner removes and deletes it.

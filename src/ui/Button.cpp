@@ -69,6 +69,16 @@ bool Button::LoadImages(const char* p_upFile, const char* p_downFile)
     return loaded;
 }
 
+bool Button::LoadImagesOrSize(const char* p_upFile, const char* p_downFile, int p_width, int p_height)
+{
+    if (LoadImages(p_upFile, p_downFile) && GetWidth() > 0)
+    {
+        return true;
+    }
+    SetSize(p_width, p_height);
+    return false;
+}
+
 bool Button::SetSize(int p_width, int p_height)
 {
     m_size.width = p_width;

@@ -39,6 +39,9 @@ public:
     // False when the pressed picture cannot be loaded (the normal one is then not loaded) or
     // the normal one cannot.
     virtual bool LoadImages(const char* p_upFile, const char* p_downFile);
+    // LoadImages; when the pictures are missing the button keeps its caption and stays
+    // clickable at p_width x p_height instead of shrinking to nothing.
+    bool LoadImagesOrSize(const char* p_upFile, const char* p_downFile, int p_width, int p_height);
 
     void SetFont(const char* p_typeFace, int32_t p_size, int32_t p_style);
     // Without a font set before, the caption is in "Arial" 12.

@@ -3,6 +3,8 @@
 #include "app/ModeCode.h"
 #include "gfx/Image.h"
 #include "gfx/Picture.h"
+#include "menus/MainMenu.h"
+#include "menus/MenuMode.h"
 #include "menus/SlideshowMode.h"
 #include "platform/MessageQueue.h"
 #include "support/GlFixture.h"
@@ -133,10 +135,13 @@ TEST(GameTest, SlideshowsForCodesThreeAndCredits)
     EXPECT_EQ(10, credits->GetSlideTime());
     EXPECT_EQ("art\\credits\\credits3.bmp", credits->GetSlide(2)->GetImage()->GetFileName());
 
-    // Without menus and hub yet, leading to either ends the game and keeps the mode current.
-    EXPECT_FALSE(game.ApplyModeCode(MODECODE_MENUS));
-    EXPECT_FALSE(game.ApplyModeCode(MODECODE_HUB));
-    EXPECT_EQ(credits, game.GetCurrentMode());
+    // The end of a show opens the menus on the title menu.
+    ASSERT_TRUE(game.ApplyModeCode(MODECODE_MENUS));
+    auto* menus = dynamic_cast<MenuMode*>(game.GetCurrentMode());
+    ASSERT_NE(nullptr, menus);
+    EXPECT_EQ(MODECODE_MENUS, game.GetModeCode());
+    ASSERT_EQ(1u, menus->GetMenus().size());
+    EXPECT_NE(nullptr, dynamic_cast<MainMenu*>(menus->GetMenus().front().m_pMenu.get()));
 }
 
 class GameLoopTest : public testsupport::GlFixture

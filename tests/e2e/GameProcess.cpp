@@ -1,4 +1,5 @@
 #include "e2e/GameProcess.h"
+#include "platform/PngFile.h"
 #include "support/TestBitmaps.h"
 
 #include <filesystem>
@@ -97,6 +98,43 @@ ProcessResult RunGame(const std::string& p_workDir, const std::vector<std::strin
     text << in.rdbuf();
     result.standardError = text.str();
     return result;
+}
+
+void BuildGameData(const std::string& p_dir)
+{
+    const std::string build = std::string(KORVATH_ARTGEN_BINARY) + " '" + p_dir + "' --data '" KORVATH_DATA_DIR "' >/dev/null && " +
+                              KORVATH_FORGE_BINARY + " build '" KORVATH_DATA_DIR "' '" + p_dir + "' >/dev/null";
+    ASSERT_EQ(0, std::system(build.c_str())) << build;
+    std::filesystem::create_directories(p_dir + "/Saves");
+}
+
+double RegionBrightness(const std::string& p_png, int p_x, int p_y, int p_width, int p_height)
+{
+    int32_t width = 0;
+    int32_t height = 0;
+    std::vector<uint8_t> rgba;
+    if (!platform::ReadPng(p_png, width, height, rgba) || width <= 0 || height <= 0)
+    {
+        return -1.0;
+    }
+    double sum = 0.0;
+    int count = 0;
+    for (int y = p_y; y < p_y + p_height; ++y)
+    {
+        for (int x = p_x; x < p_x + p_width; ++x)
+        {
+            const int px = x * width / 1024;
+            const int py = y * height / 768;
+            if (px < 0 || py < 0 || px >= width || py >= height)
+            {
+                continue;
+            }
+            const uint8_t* p = &rgba[(static_cast<size_t>(py) * width + px) * 4];
+            sum += (p[0] + p[1] + p[2]) / 3.0;
+            ++count;
+        }
+    }
+    return count > 0 ? sum / count : -1.0;
 }
 
 void GameDirTest::SetUp()

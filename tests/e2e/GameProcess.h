@@ -28,6 +28,14 @@ std::map<std::string, std::string> GameEnv(const std::map<std::string, std::stri
 ProcessResult RunGame(const std::string& p_workDir, const std::vector<std::string>& p_args,
                       const std::map<std::string, std::string>& p_env, int p_timeoutSeconds);
 
+// Builds the shipped game data into p_dir with the same tools as `make data` (pictures and
+// data files; sounds are left out, and a missing sound is silent). Fails the test when a tool fails.
+void BuildGameData(const std::string& p_dir);
+
+// Mean brightness (0..255) of a rectangle of a screenshot in logical 1024 x 768 pixels; -1
+// when the file cannot be read.
+double RegionBrightness(const std::string& p_png, int p_x, int p_y, int p_width, int p_height);
+
 // A test with a fresh temporary folder for the game to run in, removed afterwards.
 class GameDirTest : public ::testing::Test
 {

@@ -337,12 +337,11 @@ protected:
         {
             return;
         }
-        // The game directory, built by the same tools as `make data` (sounds are left out:
-        // a missing sound is silent).
-        const std::string build = std::string(KORVATH_ARTGEN_BINARY) + " '" + m_dir + "' --data '" KORVATH_DATA_DIR "' >/dev/null && " +
-                                  KORVATH_FORGE_BINARY + " build '" KORVATH_DATA_DIR "' '" + m_dir + "' >/dev/null";
-        ASSERT_EQ(0, std::system(build.c_str())) << build;
-        fs::create_directories(m_dir + "/Saves");
+        e2e::BuildGameData(m_dir);
+        if (HasFatalFailure())
+        {
+            return;
+        }
         m_oldDir = fs::current_path();
     }
     void TearDown() override
@@ -443,7 +442,7 @@ TEST_F(MissionE2ETest, TheBotWinsTheFirstMissionAndTheReplayWinsItAgain)
     const BotRun run = FlyWithBot(MissionBot::Goal::Win, 8000);
     ASSERT_TRUE(run.won) << "after " << run.lastFrame << " frames" << (run.lost ? ": lost" : "");
     EXPECT_GT(BannerMatch(Screenshot(run.bannerFrame), m_dir + "/art/victorybanner.bmp"), 0.8);
-    // The banner shows for two seconds, then the game leads on (here: ends, no hub yet).
+    // The banner shows for two seconds, then the game leads on from the mission.
     EXPECT_NEAR(run.bannerFrame - 20 + 2.0 / FRAME_SECONDS, run.lastFrame, 2.0);
 
     Pilot pilot(PILOT_FILE);
@@ -460,9 +459,11 @@ TEST_F(MissionE2ETest, TheBotWinsTheFirstMissionAndTheReplayWinsItAgain)
         std::ofstream script(m_dir + "/script.txt");
         script << run.transcript;
     }
+    // The replay ends a few frames after the game has left the mission.
+    std::map<std::string, std::string> env = ReplayEnv(std::to_string(run.bannerFrame));
+    env["KORVATH_EXIT_AFTER"] = std::to_string(run.lastFrame + 5);
     const e2e::ProcessResult replay =
-        e2e::RunGame(m_dir, {"--windowed", "--mission", "Mission1", "--pilot", PILOT_FILE},
-                     ReplayEnv(std::to_string(run.bannerFrame)), 600);
+        e2e::RunGame(m_dir, {"--windowed", "--mission", "Mission1", "--pilot", PILOT_FILE}, env, 600);
     ASSERT_TRUE(replay.exited) << replay.standardError;
     EXPECT_EQ(0, replay.exitCode) << replay.standardError;
     EXPECT_GT(BannerMatch(Screenshot(run.bannerFrame), m_dir + "/art/victorybanner.bmp"), 0.8);

@@ -34,7 +34,7 @@ double ScreenshotBrightness(const std::string& p_path)
 }
 } // namespace
 
-TEST(SlideshowE2ETest, LogosFadeInHoldFadeOutAndTheGameEnds)
+TEST(SlideshowE2ETest, LogosFadeInHoldFadeOutAndTheTitleMenuFollows)
 {
     const std::string dir = testsupport::MakeTempDir("korvath-e2e");
     ASSERT_FALSE(dir.empty());
@@ -45,7 +45,7 @@ TEST(SlideshowE2ETest, LogosFadeInHoldFadeOutAndTheGameEnds)
     auto env = e2e::GameEnv();
     env["KORVATH_FIXED_DT"] = "0.05";
     env["KORVATH_SCREENSHOT_AT"] = "1,12,50,95,150,300";
-    env["KORVATH_EXIT_AFTER"] = "1000";
+    env["KORVATH_EXIT_AFTER"] = "300";
     const e2e::ProcessResult run = e2e::RunGame(dir, {"--windowed"}, env, 120);
     ASSERT_TRUE(run.exited) << "signal " << run.signal << (run.timedOut ? " (timed out)" : "") << "\n"
                             << run.standardError;
@@ -62,25 +62,28 @@ TEST(SlideshowE2ETest, LogosFadeInHoldFadeOutAndTheGameEnds)
     EXPECT_LT(leaving, 80.0);
     // The second logo, shown fully in the middle of its slide.
     EXPECT_NEAR(128.0, ScreenshotBrightness(dir + "/screenshot-000150.png"), 3.0);
-    // Two slides of five seconds at 20 frames a second: the game is over long before frame 300.
-    EXPECT_FALSE(std::filesystem::exists(dir + "/screenshot-000300.png"));
+    // Two slides of five seconds at 20 frames a second: long before frame 300 the logos have
+    // given way to the title menu (its pictures are missing here, and reported).
+    EXPECT_TRUE(std::filesystem::exists(dir + "/screenshot-000300.png"));
+    EXPECT_NE(std::string::npos, run.standardError.find("art\\ribbon.bmp")) << run.standardError;
 
     std::error_code error;
     std::filesystem::remove_all(dir, error);
 }
 
-TEST(SlideshowE2ETest, MissingLogosShowBlackAndStillEnd)
+TEST(SlideshowE2ETest, MissingLogosShowBlackAndStillLeadToTheMenus)
 {
     const std::string dir = testsupport::MakeTempDir("korvath-e2e-empty");
     auto env = e2e::GameEnv();
     env["KORVATH_FIXED_DT"] = "0.1";
     env["KORVATH_SCREENSHOT_AT"] = "25";
-    env["KORVATH_EXIT_AFTER"] = "1000";
+    env["KORVATH_EXIT_AFTER"] = "120";
     const e2e::ProcessResult run = e2e::RunGame(dir, {"--windowed"}, env, 120);
     ASSERT_TRUE(run.exited) << run.standardError;
     EXPECT_EQ(0, run.exitCode);
     EXPECT_NE(std::string::npos, run.standardError.find("art\\menu\\corvel_logo.bmp"));
     EXPECT_LT(ScreenshotBrightness(dir + "/screenshot-000025.png"), 1.0);
+    EXPECT_NE(std::string::npos, run.standardError.find("art\\ribbon.bmp")) << run.standardError;
     std::error_code error;
     std::filesystem::remove_all(dir, error);
 }
