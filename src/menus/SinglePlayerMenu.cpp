@@ -13,7 +13,6 @@
 #include "ui/StaticObjects.h"
 #include "ui/TextField.h"
 
-#include <cassert>
 #include <memory>
 
 namespace
@@ -22,6 +21,7 @@ const char* const LABELS[SinglePlayerMenu::NUM_BUTTONS] = {"New Recruit", "Retur
 constexpr const char* BUTTON_UP_FILE = "art\\button_up.bmp";
 constexpr const char* BUTTON_DOWN_FILE = "art\\button_down.bmp";
 constexpr const char* FONT_FACE = "Tahoma";
+constexpr int32_t BUTTON_FONT_SIZE = 12;
 constexpr int32_t PILOT_NAME_SIZE = 24;
 constexpr int32_t HEADING_SIZE = 13;
 constexpr int32_t STATUS_SIZE = 11;
@@ -99,9 +99,8 @@ bool SinglePlayerMenu::Create()
     CreateReturningPilotScreen();
 
     auto execute = std::make_unique<Button>(m_pCursor);
-    assert(execute && "exec");
     execute->LoadImagesOrSize(BUTTON_UP_FILE, BUTTON_DOWN_FILE, FALLBACK_BUTTON_WIDTH, FALLBACK_BUTTON_HEIGHT);
-    execute->SetFont(FONT_FACE, 12, 0);
+    execute->SetFont(FONT_FACE, BUTTON_FONT_SIZE, 0);
     execute->SetText("Execute", 0.0, 0.0, 0.0, 1.0);
     execute->SetTextOffsets(0, 0, 1, 1);
     execute->SetPosition(static_cast<float>(Application::SCREEN_WIDTH - execute->GetWidth() - EXECUTE_MARGIN),
@@ -116,7 +115,6 @@ bool SinglePlayerMenu::Create()
 void SinglePlayerMenu::CreateNewRecruitScreen()
 {
     auto portraits = std::make_unique<PortraitList>(m_pCursor);
-    assert(portraits && "pp");
     portraits->Scan();
     portraits->SetPosition(PORTRAITS_X, PORTRAITS_Y);
     m_portraitIndex = portraits->GetIndex();
@@ -124,7 +122,6 @@ void SinglePlayerMenu::CreateNewRecruitScreen()
     AddObject(SCREEN_NEW_RECRUIT, std::move(portraits), ID_PORTRAITS);
 
     auto field = std::make_unique<TextField>(m_pCursor, m_pInput);
-    assert(field && "eb");
     field->SetPosition(NAME_FIELD_X, NAME_FIELD_Y);
     field->SetWidth(NAME_FIELD_WIDTH);
     field->SetText(FileStem(m_portraitFile).c_str());
@@ -135,7 +132,6 @@ void SinglePlayerMenu::CreateNewRecruitScreen()
 void SinglePlayerMenu::CreateReturningPilotScreen()
 {
     auto saves = std::make_unique<SaveList>(m_pCursor);
-    assert(saves && "sgp");
     saves->Scan();
     m_hasSaves = saves->HasEntries();
     if (!m_hasSaves)
