@@ -76,6 +76,7 @@ bool Pilot::Load(Inventory* p_inventory)
     {
         weapon = file.ReadString();
     }
+    m_whole = !file.HasReadPastEnd();
     if (p_inventory != nullptr)
     {
         p_inventory->Clear();

@@ -41,6 +41,9 @@ public:
     // with nothing changed, when the file does not open; a short file reads 0 and "" for
     // the rest.
     bool Load(Inventory* p_inventory);
+    // Whether the last Load found every field of the record, up to the fourth weapon; a record
+    // never loaded counts as whole.
+    bool IsWhole() const { return m_whole; }
     // Writes the record and the inventory (count 0 without one); false when the file cannot
     // be written. The old file stays whole until the new one is complete.
     bool Save(const Inventory* p_inventory) const;
@@ -93,4 +96,5 @@ private:
     std::string m_reservedPartName; // always saved empty
     std::string m_shieldName = DEFAULT_SHIELD;
     std::array<std::string, NUM_WEAPONS> m_weaponNames{DEFAULT_WEAPON, "", "", ""};
+    bool m_whole = true;
 };

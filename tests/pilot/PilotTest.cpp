@@ -53,6 +53,17 @@ TEST_F(PilotTest, ANewRecordSavesAndReadsBackWithItsDefaults)
     EXPECT_EQ("Machine Gun", read.GetWeaponName(0));
     EXPECT_EQ("", read.GetWeaponName(3));
     EXPECT_EQ("", read.GetWeaponName(4));
+    EXPECT_TRUE(read.IsWhole());
+
+    // A cut inventory count leaves the record whole; a file that ends before the last
+    // weapon's name is read, but not whole.
+    const auto size = std::filesystem::file_size("Saves/Ann0.sav");
+    std::filesystem::resize_file("Saves/Ann0.sav", size - 1);
+    ASSERT_TRUE(read.Load(nullptr));
+    EXPECT_TRUE(read.IsWhole());
+    std::filesystem::resize_file("Saves/Ann0.sav", size - 3);
+    ASSERT_TRUE(read.Load(nullptr));
+    EXPECT_FALSE(read.IsWhole());
 
     // A file that does not open changes nothing; a null name keeps the old one.
     Pilot other("Saves\\Nobody0.sav");

@@ -6,6 +6,7 @@
 // second `make data` costs nothing. The pictures are drawn on every core.
 
 #include "Canvas.h"
+#include "InterfaceArt.h"
 #include "Pictures.h"
 
 #include <atomic>
@@ -24,13 +25,25 @@ namespace
 
 namespace fs = std::filesystem;
 
-// "art\Menu\logo.bmp" -> "art/menu/logo.bmp": folders in lower case, the file name as given.
-// A folder that already exists in another case ("Portraits", made by the forge) is used as it
-// is, since the game would find that one first.
+std::string Lower(std::string p_text)
+{
+    for (char& c : p_text)
+        c = char(std::tolower(static_cast<unsigned char>(c)));
+    return p_text;
+}
+
+// "art\Menu\logo.bmp" -> "art/menu/logo.bmp": folders in lower case, the file name as given,
+// except the portrait folder, which keeps the name the game lists it by ("Portraits"), so
+// that finding the portraits never depends on a lookup that ignores case. Any other folder
+// that already exists in another case ("Campaign", made by the forge) is used as it is, since
+// the game would find that one first.
 fs::path GamePath(const fs::path& p_gameDir, const std::string& p_gameName)
 {
     std::string relative = p_gameName;
     const size_t lastSlash = relative.find_last_of('\\');
+    const size_t firstSlash = relative.find('\\');
+    const bool portrait = firstSlash != std::string::npos &&
+                          Lower(relative.substr(0, firstSlash)) == Lower(artgen::PORTRAIT_FOLDER);
     for (size_t i = 0; i < relative.size(); ++i)
     {
         if (relative[i] == '\\')
@@ -38,6 +51,8 @@ fs::path GamePath(const fs::path& p_gameDir, const std::string& p_gameName)
         else if (lastSlash != std::string::npos && i < lastSlash)
             relative[i] = char(std::tolower(static_cast<unsigned char>(relative[i])));
     }
+    if (portrait)
+        relative.replace(0, firstSlash, artgen::PORTRAIT_FOLDER);
     fs::path resolved;
     const fs::path given(relative);
     for (auto part = given.begin(); part != given.end(); ++part)
@@ -48,10 +63,7 @@ fs::path GamePath(const fs::path& p_gameDir, const std::string& p_gameName)
         {
             for (fs::directory_iterator it(p_gameDir / resolved, error), end; !error && it != end; it.increment(error))
             {
-                std::string candidate = it->path().filename().string();
-                for (char& c : candidate)
-                    c = char(std::tolower(static_cast<unsigned char>(c)));
-                if (candidate == name.string() && it->is_directory(error))
+                if (Lower(it->path().filename().string()) == Lower(name.string()) && it->is_directory(error))
                 {
                     name = it->path().filename();
                     break;
@@ -79,6 +91,24 @@ bool IsNewer(const fs::path& p_path, fs::file_time_type p_than)
     std::error_code error;
     const fs::file_time_type time = fs::last_write_time(p_path, error);
     return !error && time > p_than;
+}
+
+// A game directory made before the portrait folder kept its spelling has it in lower case:
+// renamed, so that the portraits are where the game lists them.
+void SpellPortraitFolder(const fs::path& p_gameDir)
+{
+    std::error_code error;
+    if (fs::is_directory(p_gameDir / artgen::PORTRAIT_FOLDER, error))
+        return;
+    for (fs::directory_iterator it(p_gameDir, error), end; !error && it != end; it.increment(error))
+    {
+        if (Lower(it->path().filename().string()) == Lower(artgen::PORTRAIT_FOLDER) && it->is_directory(error))
+        {
+            std::error_code renameError;
+            fs::rename(it->path(), p_gameDir / artgen::PORTRAIT_FOLDER, renameError);
+            return;
+        }
+    }
 }
 
 bool MakeParent(const fs::path& p_path)
@@ -169,6 +199,7 @@ int main(int p_argc, char** p_argv)
     if (!GeneratorTime(generatorTime))
         force = true; // cannot tell what is stale, so redo everything
 
+    SpellPortraitFolder(gameDir);
     std::vector<artgen::PictureRecipe> pictures;
     for (artgen::PictureLister lister : artgen::GetPictureListers())
         lister(context, pictures);

@@ -152,8 +152,8 @@ int Build(const std::string& p_dataDir, const std::string& p_gameDir, std::ostre
     }
     for (const char* folder : GAME_FOLDERS)
     {
-        // A folder the art generator made in another case ("portraits") is the same folder to
-        // the game; making a second one would hide the first.
+        // A folder that exists in another case ("campaign") is the same folder to the game;
+        // making a second one would hide the first.
         fs::create_directories(platform::ResolvePath(folder), ec);
         if (ec)
         {
