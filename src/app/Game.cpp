@@ -10,6 +10,7 @@
 #include "input/InputSystem.h"
 #include "menus/SlideshowMode.h"
 #include "mission/Campaign.h"
+#include "mission/HubMode.h"
 #include "mission/MissionMode.h"
 #include "pilot/PartCatalog.h"
 #include "platform/MessageQueue.h"
@@ -66,7 +67,9 @@ bool Game::Init(uint16_t p_width, uint16_t p_height, uint8_t p_bitsPerPixel)
 
 void Game::StartDeveloperMission()
 {
-    auto mission = std::make_unique<MissionMode>();
+    // --pilot alone opens the hub for that pilot; --mission flies at once.
+    const int32_t code = g_devOptions.mission.empty() ? MODECODE_HUB : MODECODE_MISSION;
+    std::unique_ptr<Mode> mode = NewMode(code);
     // The first mode made the player's ship: now it can take its pilot. Without --pilot a
     // new pilot starts, the way the pilot menu makes one.
     if (!g_devOptions.pilot.empty())
@@ -82,9 +85,8 @@ void Game::StartDeveloperMission()
     {
         g_campaign.SetMission(g_devOptions.mission.c_str());
     }
-    MissionMode* mode = mission.get();
-    SetCurrentMode(std::move(mission), MODECODE_MISSION);
-    mode->Init(m_pInput.get());
+    SetCurrentMode(std::move(mode), code);
+    StartMode(code);
 }
 
 float Game::ClampFrameTime(float p_dt)
@@ -94,8 +96,9 @@ float Game::ClampFrameTime(float p_dt)
 
 bool Game::HasMode(int32_t p_code) const
 {
-    // Until the menus and the hub exist, leading to either ends the game.
-    return p_code == MODECODE_SLIDESHOW || p_code == MODECODE_CREDITS || p_code == MODECODE_MISSION;
+    // Until the menus exist, leading to them ends the game.
+    return p_code == MODECODE_SLIDESHOW || p_code == MODECODE_CREDITS || p_code == MODECODE_MISSION ||
+           p_code == MODECODE_HUB;
 }
 
 std::unique_ptr<Mode> Game::NewMode(int32_t p_code)
@@ -107,6 +110,10 @@ std::unique_ptr<Mode> Game::NewMode(int32_t p_code)
     if (p_code == MODECODE_MISSION)
     {
         return std::make_unique<MissionMode>();
+    }
+    if (p_code == MODECODE_HUB)
+    {
+        return std::make_unique<HubMode>();
     }
     return nullptr;
 }
@@ -120,6 +127,10 @@ void Game::StartMode(int32_t p_code)
     else if (p_code == MODECODE_MISSION)
     {
         static_cast<MissionMode*>(m_pMode.get())->Init(m_pInput.get());
+    }
+    else if (p_code == MODECODE_HUB)
+    {
+        static_cast<HubMode*>(m_pMode.get())->Init(m_pInput.get());
     }
 }
 

@@ -44,7 +44,7 @@ protected:
     // Initialises or loads the just-created current mode.
     virtual void StartMode(int32_t p_code);
     void SetCurrentMode(std::unique_ptr<Mode> p_mode, int32_t p_modeCode);
-    // --mission / --pilot: straight into mission play.
+    // --mission (with or without --pilot): straight into mission play; --pilot alone: the hub.
     void StartDeveloperMission();
 
 private:
