@@ -8,6 +8,7 @@
 #include "pilot/Pilot.h"
 #include "pilot/Shop.h"
 #include "ui/Button.h"
+#include "ui/FramedBox.h"
 #include "ui/MenuButton.h"
 #include "ui/UiDraw.h"
 
@@ -33,6 +34,13 @@ constexpr int32_t VALUE_X = 460;
 constexpr int32_t KILLS_Y = 130;
 constexpr int32_t MONEY_Y = 155;
 constexpr int32_t LINE_SIZE = 14;
+// The panel under the scoreboard: a dark, see-through box around its texts.
+constexpr int32_t PANEL_X = 340;
+constexpr int32_t PANEL_Y = 38;
+constexpr int32_t PANEL_WIDTH = 410;
+constexpr int32_t PANEL_HEIGHT = 150;
+constexpr float PANEL_SCALE = 0.4f;
+constexpr uint8_t PANEL_RGBA[4] = {70, 80, 110, 200};
 const char* const PILOT_FILES[2] = {MissionMode::PLAYER1_FILE, MissionMode::PLAYER2_FILE};
 } // namespace
 
@@ -59,6 +67,11 @@ StaticText& HubMode::AddScoreText(const char* p_text, int32_t p_size, int32_t p_
 
 void HubMode::BuildScoreboard()
 {
+    m_pScorePanel = std::make_unique<FramedBox>();
+    m_pScorePanel->SetScale(PANEL_SCALE);
+    m_pScorePanel->SetSize(PANEL_WIDTH, PANEL_HEIGHT);
+    m_pScorePanel->SetColor(PANEL_RGBA[0], PANEL_RGBA[1], PANEL_RGBA[2], PANEL_RGBA[3]);
+    m_pScorePanel->SetPosition(static_cast<float>(PANEL_X), static_cast<float>(PANEL_Y));
     AddScoreText("Scoreboard", 20, FONT_BOLD, TITLE_X, TITLE_Y);
     for (int player = 0; player < 2; ++player)
     {
@@ -158,6 +171,7 @@ bool HubMode::Render()
         }
         if (g_twoPlayer)
         {
+            m_pScorePanel->Render();
             for (const auto& text : m_scoreboard)
             {
                 text->Render();

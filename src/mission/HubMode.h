@@ -9,6 +9,7 @@
 #include "ui/StaticObjects.h"
 
 class Button;
+class FramedBox;
 class InputSystem;
 class Shop;
 
@@ -59,6 +60,8 @@ private:
     WrappedText m_briefing;
     Image m_background;
     std::vector<std::unique_ptr<StaticText>> m_scoreboard;
+    // Under the scoreboard, so that it reads over the planet.
+    std::unique_ptr<FramedBox> m_pScorePanel;
     std::unique_ptr<Button> m_pStartButton;
     std::unique_ptr<Button> m_pShopButton;
     std::unique_ptr<Button> m_pQuitButton;
