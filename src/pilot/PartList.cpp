@@ -35,6 +35,8 @@ PartEntry::PartEntry(Cursor* p_pCursor, const std::string& p_partName, int p_kin
     double rgb[3];
     GetKindColour(p_kind, rgb);
     SetColor(rgb[0], rgb[1], rgb[2], 1.0);
+    // The panels are see-through and the planets behind them bright in places.
+    SetShadow(true);
 }
 
 void PartEntry::SetLine(const std::string& p_text, int p_maxWidth)
@@ -48,6 +50,7 @@ std::unique_ptr<PartEntry> PartEntry::Copy() const
 {
     auto copy = std::make_unique<PartEntry>(m_pCursor, m_partName, m_partKind, m_mount);
     copy->SetText(GetText().c_str());
+    copy->SetShadow(false);
     copy->SetPosition(static_cast<float>(GetX()), static_cast<float>(GetY()));
     return copy;
 }

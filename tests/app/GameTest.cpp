@@ -4,6 +4,7 @@
 #include "gfx/Image.h"
 #include "gfx/Picture.h"
 #include "menus/SlideshowMode.h"
+#include "mission/HubMode.h"
 #include "platform/MessageQueue.h"
 #include "support/GlFixture.h"
 
@@ -114,7 +115,7 @@ TEST(GameTest, ModeCodeTable)
     EXPECT_TRUE(s_log.empty());
 }
 
-TEST(GameTest, SlideshowsForCodesThreeAndCredits)
+TEST(GameTest, SlideshowsForCodesThreeAndCreditsAndTheHubForCodeOne)
 {
     Game game;
     ASSERT_TRUE(game.ApplyModeCode(MODECODE_SLIDESHOW));
@@ -133,10 +134,10 @@ TEST(GameTest, SlideshowsForCodesThreeAndCredits)
     EXPECT_EQ(10, credits->GetSlideTime());
     EXPECT_EQ("art\\credits\\credits3.bmp", credits->GetSlide(2)->GetImage()->GetFileName());
 
-    // Without menus and hub yet, leading to either ends the game and keeps the mode current.
-    EXPECT_FALSE(game.ApplyModeCode(MODECODE_MENUS));
-    EXPECT_FALSE(game.ApplyModeCode(MODECODE_HUB));
-    EXPECT_EQ(credits, game.GetCurrentMode());
+    // Code 1, from a mission or the menus, makes the hub between missions.
+    ASSERT_TRUE(game.ApplyModeCode(MODECODE_HUB));
+    EXPECT_NE(nullptr, dynamic_cast<HubMode*>(game.GetCurrentMode()));
+    EXPECT_EQ(MODECODE_HUB, game.GetModeCode());
 }
 
 class GameLoopTest : public testsupport::GlFixture

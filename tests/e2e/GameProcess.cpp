@@ -99,6 +99,13 @@ ProcessResult RunGame(const std::string& p_workDir, const std::vector<std::strin
     return result;
 }
 
+bool BuildGameDirectory(const std::string& p_dir, std::string& p_command)
+{
+    p_command = std::string(KORVATH_ARTGEN_BINARY) + " '" + p_dir + "' --data '" KORVATH_DATA_DIR "' >/dev/null && " +
+                KORVATH_FORGE_BINARY + " build '" KORVATH_DATA_DIR "' '" + p_dir + "' >/dev/null";
+    return std::system(p_command.c_str()) == 0;
+}
+
 void GameDirTest::SetUp()
 {
     m_dir = testsupport::MakeTempDir(m_tag);

@@ -28,6 +28,10 @@ std::map<std::string, std::string> GameEnv(const std::map<std::string, std::stri
 ProcessResult RunGame(const std::string& p_workDir, const std::vector<std::string>& p_args,
                       const std::map<std::string, std::string>& p_env, int p_timeoutSeconds);
 
+// Fills p_dir with the game's data, built by the same tools as `make data` (sounds are left
+// out: a missing sound is silent). False, with the command in p_command, when a tool failed.
+bool BuildGameDirectory(const std::string& p_dir, std::string& p_command);
+
 // A test with a fresh temporary folder for the game to run in, removed afterwards.
 class GameDirTest : public ::testing::Test
 {
