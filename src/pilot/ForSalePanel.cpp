@@ -1,6 +1,5 @@
 #include "pilot/ForSalePanel.h"
 
-#include "pilot/PartCatalog.h"
 #include "pilot/PartList.h"
 #include "pilot/Shop.h"
 #include "pilot/ShopList.h"
@@ -166,8 +165,7 @@ bool ForSalePanel::Render()
 
 bool ForSalePanel::Accept(const PartEntry& p_item)
 {
-    const Part* part = g_pPartCatalog != nullptr ? g_pPartCatalog->Find(p_item.GetPartName().c_str(), p_item.GetPartKind())
-                                                 : nullptr;
+    const Part* part = Shop::FindPart(p_item);
     if (part == nullptr || Shop::s_pShip == nullptr)
     {
         return false;

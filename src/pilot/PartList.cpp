@@ -63,7 +63,8 @@ void PartEntry::GetKindColour(int p_kind, double p_rgb[3])
         {0.75, 1.0, 1.0},  // shield
     };
     static constexpr double WEAPON[3] = {1.0, 0.75, 0.75};
-    static constexpr double OTHER[3] = {0.0, 0.0, 0.0};
+    // Black would vanish on the dark panels: power plants and copilots are light violet.
+    static constexpr double OTHER[3] = {0.85, 0.75, 1.0};
     const double* colour = OTHER;
     if (p_kind >= PART_HULL && p_kind <= PART_SHIELD)
     {

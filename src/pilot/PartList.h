@@ -29,8 +29,8 @@ public:
     int GetPartKind() const { return m_partKind; }
     int GetMount() const { return m_mount; }
 
-    // Hulls light green, engines light yellow, shields light cyan, weapons light red; any other
-    // kind in black.
+    // Hulls light green, engines light yellow, shields light cyan, weapons light red, any other
+    // kind light violet.
     static void GetKindColour(int p_kind, double p_rgb[3]);
 
 private:

@@ -93,6 +93,8 @@ Shop::Shop(const char* p_fileName, Image* p_background, PlayerShip* p_ship, Curs
 Shop::~Shop()
 {
     ClearDropTargets();
+    s_pShip = nullptr;
+    s_pCursor = nullptr;
 }
 
 Part* Shop::FindPart(const PartEntry& p_line)

@@ -69,7 +69,7 @@ public:
     // Seconds the "Insufficient Funds!" notice still shows.
     static float GetNoticeTime() { return s_noticeTime; }
 
-    // For the panels: the player's ship and the shared cursor of the shop last made.
+    // For the panels: the player's ship and the shared cursor of the open shop.
     static PlayerShip* s_pShip;
     static Cursor* s_pCursor;
 

@@ -1,7 +1,6 @@
 #include "pilot/ShopPanel.h"
 
 #include "gfx/Font.h"
-#include "pilot/PartCatalog.h"
 #include "pilot/PartList.h"
 #include "pilot/Shop.h"
 #include "ui/FramedBox.h"
@@ -68,7 +67,7 @@ bool ShopPanel::TakesDrop(Draggable* p_item)
 
 bool ShopPanel::CanAccept(const PartEntry& p_item) const
 {
-    return g_pPartCatalog != nullptr && g_pPartCatalog->Find(p_item.GetPartName().c_str(), p_item.GetPartKind()) != nullptr;
+    return Shop::FindPart(p_item) != nullptr;
 }
 
 bool ShopPanel::WasJustPressed(int32_t& p_x, int32_t& p_y)
