@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "pilot/Shop.h"
 #include "pilot/ShopPanel.h"
 
 class Button;
@@ -16,7 +17,7 @@ class ShopList;
 class ForSalePanel : public ShopPanel
 {
 public:
-    static constexpr int NUM_AMMO_PACKS = 3;
+    static constexpr int NUM_AMMO_PACKS = Shop::NUM_AMMO_PACKS;
     static constexpr int32_t WIDTH = 200;
     static constexpr int32_t HEIGHT = 435;
     static constexpr int32_t BUTTON_WIDTH = 120;

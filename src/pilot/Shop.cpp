@@ -133,7 +133,7 @@ void Shop::PickUp(const PartEntry& p_line, ShopPanel* p_source, bool p_draggable
 
 bool Shop::BuyAmmo(int p_pack)
 {
-    if (s_pShip == nullptr || p_pack < 0 || p_pack > 2)
+    if (s_pShip == nullptr || p_pack < 0 || p_pack >= NUM_AMMO_PACKS)
     {
         return false;
     }

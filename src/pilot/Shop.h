@@ -30,7 +30,8 @@ public:
     static constexpr int32_t AMMO_PACK_PRICE = 500;
     static constexpr float NOTICE_SECONDS = 2.0f;
     // Bullets, energy and missiles in a pack.
-    static constexpr uint16_t PACK_ROUNDS[3] = {100, 50, 25};
+    static constexpr int NUM_AMMO_PACKS = 3;
+    static constexpr uint16_t PACK_ROUNDS[NUM_AMMO_PACKS] = {100, 50, 25};
     static constexpr const char* FIRST_PART_SHOWN = "Cargo Hull";
 
     // Reads the shop file (a file that does not read leaves less or nothing for sale) and

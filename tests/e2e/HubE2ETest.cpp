@@ -91,6 +91,15 @@ private:
     int m_y = 0;
 };
 
+// The part catalogue of the working directory while it lives.
+struct CatalogueOfGameDirectory
+{
+    CatalogueOfGameDirectory() { CreatePartCatalog(); }
+    ~CatalogueOfGameDirectory() { DestroyPartCatalog(); }
+    CatalogueOfGameDirectory(const CatalogueOfGameDirectory&) = delete;
+    CatalogueOfGameDirectory& operator=(const CatalogueOfGameDirectory&) = delete;
+};
+
 class HubE2ETest : public e2e::GameDirTest
 {
 protected:
@@ -199,12 +208,10 @@ TEST_F(HubE2ETest, APilotFitsTheShipInTheShopAndFliesTheNewHull)
     EXPECT_GT(e2e::PictureMatch(Screenshot(hubAgain), m_dir + "/art/planets.bmp", 0, 0), 0.8);
 
     // The inventory is read by part names, which the catalogue of the game directory knows.
-    CreatePartCatalog();
+    const CatalogueOfGameDirectory catalogue;
     Pilot pilot("Saves\\Ace0.sav");
     Inventory items;
-    const bool loaded = pilot.Load(&items);
-    DestroyPartCatalog();
-    ASSERT_TRUE(loaded);
+    ASSERT_TRUE(pilot.Load(&items));
     EXPECT_EQ("Scout Frame", pilot.GetHullName());
     EXPECT_EQ("", pilot.GetWeaponName(0));
     EXPECT_EQ(1, items.GetQuantity("Cargo Hull"));
