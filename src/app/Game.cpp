@@ -12,6 +12,7 @@
 #include "menus/MenuMode.h"
 #include "menus/SlideshowMode.h"
 #include "mission/Campaign.h"
+#include "mission/HubMode.h"
 #include "mission/MissionMode.h"
 #include "pilot/PartCatalog.h"
 #include "platform/MessageQueue.h"
@@ -68,7 +69,9 @@ bool Game::Init(uint16_t p_width, uint16_t p_height, uint8_t p_bitsPerPixel)
 
 void Game::StartDeveloperMission()
 {
-    auto mission = std::make_unique<MissionMode>();
+    // --pilot alone opens the hub for that pilot; --mission flies at once.
+    const int32_t code = g_devOptions.mission.empty() ? MODECODE_HUB : MODECODE_MISSION;
+    std::unique_ptr<Mode> mode = NewMode(code);
     // The first mode made the player's ship: now it can take its pilot. Without --pilot a
     // new pilot starts, the way the pilot menu makes one.
     if (!g_devOptions.pilot.empty())
@@ -84,19 +87,13 @@ void Game::StartDeveloperMission()
     {
         g_campaign.SetMission(g_devOptions.mission.c_str());
     }
-    MissionMode* mode = mission.get();
-    SetCurrentMode(std::move(mission), MODECODE_MISSION);
-    mode->Init(m_pInput.get());
+    SetCurrentMode(std::move(mode), code);
+    StartMode(code);
 }
 
 float Game::ClampFrameTime(float p_dt)
 {
     return p_dt < MAX_FRAME_TIME ? p_dt : MAX_FRAME_TIME;
-}
-
-bool Game::HasMode(int32_t p_code) const
-{
-    return p_code != MODECODE_HUB;
 }
 
 std::unique_ptr<Mode> Game::NewMode(int32_t p_code)
@@ -108,6 +105,10 @@ std::unique_ptr<Mode> Game::NewMode(int32_t p_code)
     if (p_code == MODECODE_MISSION)
     {
         return std::make_unique<MissionMode>();
+    }
+    if (p_code == MODECODE_HUB)
+    {
+        return std::make_unique<HubMode>();
     }
     if (p_code == MODECODE_MENUS)
     {
@@ -125,6 +126,10 @@ void Game::StartMode(int32_t p_code)
     else if (p_code == MODECODE_MISSION)
     {
         static_cast<MissionMode*>(m_pMode.get())->Init(m_pInput.get());
+    }
+    else if (p_code == MODECODE_HUB)
+    {
+        static_cast<HubMode*>(m_pMode.get())->Init(m_pInput.get());
     }
     else if (p_code == MODECODE_MENUS)
     {
@@ -149,15 +154,6 @@ bool Game::ApplyModeCode(int32_t p_code)
     case MODECODE_MISSION:
     case MODECODE_SLIDESHOW:
     case MODECODE_CREDITS:
-        if (!HasMode(p_code))
-        {
-            // A screen the game lacks leads back to the title menu rather than nowhere.
-            if (!HasMode(MODECODE_MENUS))
-            {
-                return false;
-            }
-            p_code = MODECODE_MENUS;
-        }
         // The old mode goes before the new one is made: its destructor silences its sounds.
         m_pMode.reset();
         m_modeCode = p_code == MODECODE_CREDITS ? MODECODE_SLIDESHOW : p_code;

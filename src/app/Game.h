@@ -37,14 +37,12 @@ public:
     bool ApplyModeCode(int32_t p_code);
 
 protected:
-    // Whether a mode for p_code exists in this build of the game.
-    virtual bool HasMode(int32_t p_code) const;
     // Constructs the mode for p_code (0, 1, 2, 3 or 255); it is initialised by StartMode once current.
     virtual std::unique_ptr<Mode> NewMode(int32_t p_code);
     // Initialises or loads the just-created current mode.
     virtual void StartMode(int32_t p_code);
     void SetCurrentMode(std::unique_ptr<Mode> p_mode, int32_t p_modeCode);
-    // --mission / --pilot: straight into mission play.
+    // --mission (with or without --pilot): straight into mission play; --pilot alone: the hub.
     void StartDeveloperMission();
 
 private:

@@ -9,6 +9,11 @@
 
 std::list<DropTarget*> g_dropTargets;
 
+namespace
+{
+constexpr double SHADOW_ALPHA = 0.8;
+} // namespace
+
 void RegisterDropTarget(DropTarget* p_target)
 {
     assert(p_target && "p_target");
@@ -177,6 +182,11 @@ bool DraggableText::Render()
 {
     if (m_hasText)
     {
+        if (m_shadow)
+        {
+            ui::PrintText(m_pFont, 0.0, 0.0, 0.0, SHADOW_ALPHA * m_color[3], ui::Whole(GetX()) + 1, ui::Whole(GetY()) + 1,
+                          m_text.c_str());
+        }
         ui::PrintText(m_pFont, m_color[0], m_color[1], m_color[2], m_color[3], ui::Whole(GetX()), ui::Whole(GetY()),
                       m_text.c_str());
     }

@@ -65,10 +65,14 @@ public:
     void SetText(const char* p_text);
     const std::string& GetText() const { return m_text; }
     void SetColor(double p_red, double p_green, double p_blue, double p_alpha);
+    // With a shadow the text is first drawn dark a pixel down and right, so that light text
+    // still reads over a light background.
+    void SetShadow(bool p_shadow) { m_shadow = p_shadow; }
 
 private:
     std::string m_text;
     bool m_hasText;
+    bool m_shadow = false;
     Font* m_pFont;
     double m_color[4];
 };

@@ -6,6 +6,7 @@
 #include "menus/MainMenu.h"
 #include "menus/MenuMode.h"
 #include "menus/SlideshowMode.h"
+#include "mission/HubMode.h"
 #include "platform/MessageQueue.h"
 #include "support/GlFixture.h"
 
@@ -65,7 +66,6 @@ public:
     using Game::SetCurrentMode;
 
 protected:
-    bool HasMode(int32_t) const override { return true; }
     std::unique_ptr<Mode> NewMode(int32_t p_code) override
     {
         return std::make_unique<RecordingMode>("mode" + std::to_string(p_code));
@@ -116,7 +116,7 @@ TEST(GameTest, ModeCodeTable)
     EXPECT_TRUE(s_log.empty());
 }
 
-TEST(GameTest, SlideshowsForCodesThreeAndCredits)
+TEST(GameTest, SlideshowsForCodesThreeAndCreditsAndTheHubForCodeOne)
 {
     Game game;
     ASSERT_TRUE(game.ApplyModeCode(MODECODE_SLIDESHOW));
@@ -142,6 +142,11 @@ TEST(GameTest, SlideshowsForCodesThreeAndCredits)
     EXPECT_EQ(MODECODE_MENUS, game.GetModeCode());
     ASSERT_EQ(1u, menus->GetMenus().size());
     EXPECT_NE(nullptr, dynamic_cast<MainMenu*>(menus->GetMenus().front().m_pMenu.get()));
+
+    // Code 1, from a mission or the menus, makes the hub between missions.
+    ASSERT_TRUE(game.ApplyModeCode(MODECODE_HUB));
+    EXPECT_NE(nullptr, dynamic_cast<HubMode*>(game.GetCurrentMode()));
+    EXPECT_EQ(MODECODE_HUB, game.GetModeCode());
 }
 
 class GameLoopTest : public testsupport::GlFixture

@@ -4,12 +4,12 @@
 #include "app/DevOptions.h"
 #include "app/Game.h"
 #include "e2e/GameProcess.h"
+#include "e2e/PictureMatch.h"
 #include "input/InputScript.h"
 #include "mission/Campaign.h"
+#include "mission/HubMode.h"
 #include "mission/MissionMode.h"
 #include "pilot/Pilot.h"
-#include "platform/BitmapFile.h"
-#include "platform/PngFile.h"
 #include "platform/Window.h"
 #include "sim/Layers.h"
 #include "sim/Level.h"
@@ -282,42 +282,8 @@ private:
 // The banner picture drawn at its place: most of its bright pixels show in the screenshot.
 double BannerMatch(const std::string& p_screenshot, const std::string& p_banner)
 {
-    int32_t width = 0;
-    int32_t height = 0;
-    std::vector<uint8_t> shot;
-    platform::DibPixels banner;
-    if (!platform::ReadPng(p_screenshot, width, height, shot) || !platform::ReadBitmapFile(p_banner, banner))
-    {
-        return -1.0;
-    }
-    const int bytes = banner.bitCount / 8;
-    const size_t stride = (static_cast<size_t>(banner.width) * bytes + 3) & ~size_t{3};
-    int compared = 0;
-    int matching = 0;
-    for (int y = 0; y < banner.height; y += 2)
-    {
-        for (int x = 0; x < banner.width; x += 2)
-        {
-            const uint8_t* b = &banner.bits[(banner.height - 1 - y) * stride + x * bytes];
-            if (b[0] + b[1] + b[2] < 240 || (bytes == 4 && b[3] < 250))
-            {
-                continue; // dark, keyed or see-through: the world shows through
-            }
-            const int sx = static_cast<int>(MissionMode::BANNER_X) + x;
-            const int sy = static_cast<int>(MissionMode::BANNER_Y) + y;
-            if (sx >= width || sy >= height)
-            {
-                continue;
-            }
-            const uint8_t* s = &shot[(static_cast<size_t>(sy) * width + sx) * 4];
-            ++compared;
-            if (std::abs(s[0] - b[2]) < 40 && std::abs(s[1] - b[1]) < 40 && std::abs(s[2] - b[0]) < 40)
-            {
-                ++matching;
-            }
-        }
-    }
-    return compared > 500 ? static_cast<double>(matching) / compared : 0.0;
+    return e2e::PictureMatch(p_screenshot, p_banner, static_cast<int>(MissionMode::BANNER_X),
+                             static_cast<int>(MissionMode::BANNER_Y));
 }
 
 class MissionE2ETest : public e2e::GameDirTest
@@ -371,6 +337,9 @@ protected:
         bool lost = false;
         int64_t bannerFrame = 0;
         int64_t lastFrame = 0;
+        // The mission led on to the hub, which offers this mission.
+        bool inHub = false;
+        std::string hubMission;
         std::string transcript;
     };
 
@@ -418,6 +387,8 @@ protected:
                     g_devOptions.screenshotFrames = {run.bannerFrame};
                 }
             }
+            run.inHub = dynamic_cast<HubMode*>(game.GetCurrentMode()) != nullptr;
+            run.hubMission = g_campaign.GetMissionName();
             game.Shutdown();
         }
         g_inputScript.Clear();
@@ -442,8 +413,10 @@ TEST_F(MissionE2ETest, TheBotWinsTheFirstMissionAndTheReplayWinsItAgain)
     const BotRun run = FlyWithBot(MissionBot::Goal::Win, 8000);
     ASSERT_TRUE(run.won) << "after " << run.lastFrame << " frames" << (run.lost ? ": lost" : "");
     EXPECT_GT(BannerMatch(Screenshot(run.bannerFrame), m_dir + "/art/victorybanner.bmp"), 0.8);
-    // The banner shows for two seconds, then the game leads on from the mission.
+    // The banner shows for two seconds, then the hub opens.
     EXPECT_NEAR(run.bannerFrame - 20 + 2.0 / FRAME_SECONDS, run.lastFrame, 2.0);
+    EXPECT_TRUE(run.inHub);
+    EXPECT_EQ("Mission2", run.hubMission);
 
     Pilot pilot(PILOT_FILE);
     ASSERT_TRUE(pilot.Load(nullptr)) << "no pilot saved";
@@ -452,21 +425,24 @@ TEST_F(MissionE2ETest, TheBotWinsTheFirstMissionAndTheReplayWinsItAgain)
     EXPECT_GT(pilot.GetMoney(), 2500);
     const int32_t money = pilot.GetMoney();
 
-    // The same keys from a script, in the game's own binary.
+    // The same keys from a script, in the game's own binary, which ends a few frames into the
+    // hub.
     fs::remove(m_dir + "/" + PILOT_PATH);
     fs::remove(Screenshot(run.bannerFrame));
     {
         std::ofstream script(m_dir + "/script.txt");
         script << run.transcript;
     }
-    // The replay ends a few frames after the game has left the mission.
-    std::map<std::string, std::string> env = ReplayEnv(std::to_string(run.bannerFrame));
-    env["KORVATH_EXIT_AFTER"] = std::to_string(run.lastFrame + 5);
+    const int64_t hubFrame = run.lastFrame + 5;
+    std::map<std::string, std::string> env =
+        ReplayEnv(std::to_string(run.bannerFrame) + "," + std::to_string(hubFrame));
+    env["KORVATH_EXIT_AFTER"] = std::to_string(hubFrame);
     const e2e::ProcessResult replay =
         e2e::RunGame(m_dir, {"--windowed", "--mission", "Mission1", "--pilot", PILOT_FILE}, env, 600);
     ASSERT_TRUE(replay.exited) << replay.standardError;
     EXPECT_EQ(0, replay.exitCode) << replay.standardError;
     EXPECT_GT(BannerMatch(Screenshot(run.bannerFrame), m_dir + "/art/victorybanner.bmp"), 0.8);
+    EXPECT_GT(e2e::PictureMatch(Screenshot(hubFrame), m_dir + "/art/planets.bmp", 0, 0), 0.8);
     Pilot replayed(PILOT_FILE);
     ASSERT_TRUE(replayed.Load(nullptr)) << "the replay saved no pilot";
     EXPECT_EQ("Mission2", replayed.GetMissionName());
@@ -478,6 +454,9 @@ TEST_F(MissionE2ETest, FlyingIntoTheRaidersWithoutShootingLosesAndSavesNothing)
     const BotRun run = FlyWithBot(MissionBot::Goal::FlyIntoFire, 8000);
     ASSERT_TRUE(run.lost) << "after " << run.lastFrame << " frames" << (run.won ? ": won" : "");
     EXPECT_GT(BannerMatch(Screenshot(run.bannerFrame), m_dir + "/art/defeatbanner.bmp"), 0.8);
+    // Back to the hub, on the same mission.
+    EXPECT_TRUE(run.inHub);
+    EXPECT_EQ("Mission1", run.hubMission);
     EXPECT_FALSE(fs::exists(m_dir + "/" + PILOT_PATH));
     EXPECT_FALSE(fs::exists(m_dir + "/Saves/Bot0.sav.tmp"));
 }

@@ -32,6 +32,8 @@ constexpr int SINGLE_Y = 230;          // the title menu's first button
 constexpr int RETURNING_PILOT_Y = 300; // the pilot menu's second button
 constexpr int EXECUTE_X = 948;         // 6 pixels in from the bottom right corner
 constexpr int EXECUTE_Y = 744;
+constexpr int HUB_QUIT_X = 630; // the hub's "Quit" at (560, 680)
+constexpr int HUB_QUIT_Y = 700;
 constexpr int RIGHT_ARROW_X = 788; // the portrait strip at (275, 200): its right arrow
 constexpr int RIGHT_ARROW_Y = 300;
 
@@ -76,13 +78,12 @@ private:
 };
 
 // The step between the two visits to the pilot menu, from the frame in which "Execute" handed
-// up the hub to the frame in which the title menu's "Single" can be clicked. The game has no
-// hub yet, so the player is back at the title menu at once and waits for it to open.
-// When the hub arrives: the hub, then its "Quit" button at (560, 680), then the title menu.
+// up the hub to the frame in which the title menu's "Single" can be clicked: the hub's "Quit"
+// (at 560, 680), then the title menu drops in.
 int BetweenVisits(Script& p_script, int p_executed)
 {
-    (void)p_script;
-    return p_executed + TITLE_OPEN_FRAMES;
+    const int quit = p_script.Click(p_executed + 2, HUB_QUIT_X, HUB_QUIT_Y);
+    return quit + TITLE_OPEN_FRAMES;
 }
 
 struct Rgb
@@ -271,11 +272,13 @@ TEST_F(SinglePlayerE2ETest, NewRecruitStartsAndComesBackAsReturningPilot)
     EXPECT_GT(returningPilot.TextRight(670, 488, 150, 14), 670 + 40); // "Machine Gun"
     EXPECT_EQ(-1, returningPilot.TextRight(670, 504, 150, 14));
 
-    // Both times "Execute" left the menus at once: the pilot menu did not slide away (its
-    // buttons would still be near their places), the new title menu's buttons are above the
-    // screen.
-    EXPECT_GT(newRecruit.Brightness(20, 218, 130, 24), 150.0);
-    EXPECT_LT(replaced.Brightness(20, 218, 130, 24), 100.0);
-    EXPECT_LT(replacedAgain.Brightness(20, 218, 130, 24), 100.0);
-    EXPECT_LT(replaced.Brightness(880, 726, 130, 30), 60.0); // no "Execute"
+    // Both times "Execute" led straight to the hub: its buttons along the bottom, the first
+    // mission's briefing in lines of up to 600 pixels from (250, 300), no pilot menu left.
+    for (const Screenshot* hub : {&replaced, &replacedAgain})
+    {
+        EXPECT_GT(hub->Brightness(855, 688, 130, 24), 150.0); // "Start Mission"
+        EXPECT_GT(hub->Brightness(565, 688, 130, 24), 150.0); // "Quit"
+        EXPECT_GT(hub->TextRight(250, 305, 620, 24), 250 + 400);
+        EXPECT_LT(hub->Brightness(20, 218, 130, 24), 100.0);
+    }
 }

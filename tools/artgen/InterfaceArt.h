@@ -56,6 +56,10 @@ constexpr int STATUS_HEIGHT = 88;
 constexpr int BANNER_WIDTH = 424;
 constexpr int BANNER_HEIGHT = 168;
 constexpr int PORTRAIT_WIDTH = 125;
+// The shop's ship picture: the right mount's name is written 220 from its left edge, and the
+// widest weapon name needs the rest.
+constexpr int SHIP_DISPLAY_WIDTH = 340;
+constexpr int SHIP_DISPLAY_HEIGHT = 240;
 constexpr int PORTRAIT_HEIGHT = 156;
 
 inline constexpr InterfacePicture INTERFACE_PICTURES[] = {
@@ -90,7 +94,7 @@ inline constexpr InterfacePicture INTERFACE_PICTURES[] = {
     {"Art\\check.bmp", 20, 20, true},
     {"art\\menugreenbg.bmp", GREEN_PANEL_WIDTH, GREEN_PANEL_HEIGHT, true},
     {"art\\planets.bmp", 1024, 768, false},
-    {"art\\menu\\ship_display.bmp", 330, 240, true},
+    {"art\\menu\\ship_display.bmp", SHIP_DISPLAY_WIDTH, SHIP_DISPLAY_HEIGHT, true},
     {"art\\menu\\shield.bmp", 128, 128, true},
     {"art\\victorybanner.bmp", BANNER_WIDTH, BANNER_HEIGHT, true},
     {"art\\defeatbanner.bmp", BANNER_WIDTH, BANNER_HEIGHT, true},

@@ -358,7 +358,7 @@ void DrawShipDisplay(Canvas& p_canvas)
     {
         const double x = slot.x - 2.0;
         const double y = slot.y - 1.0;
-        const double stripWidth = std::min(112.0, w - x);
+        const double stripWidth = std::min(124.0, w - x);
         cairo_rectangle(cr, x, y, stripWidth, 20.0);
         cairo_pattern_t* strip = cairo_pattern_create_linear(x, 0.0, x + stripWidth, 0.0);
         AddStop(strip, 0.0, NAVY_DEEP, 0.9);
