@@ -4,6 +4,7 @@
 #include "gfx/TextureManager.h"
 #include "menus/MainMenu.h"
 #include "menus/Menu.h"
+#include "menus/OptionsMenu.h"
 #include "platform/System.h"
 #include "sound/Sound.h"
 
@@ -53,7 +54,10 @@ void MenuMode::StartMusic()
 
 std::unique_ptr<Menu> MenuMode::NewMenu(int32_t p_code)
 {
-    (void)p_code;
+    if (p_code == MENUCODE_OPEN_OPTIONS)
+    {
+        return std::make_unique<OptionsMenu>(&s_cursor);
+    }
     return std::make_unique<MainMenu>(&s_cursor);
 }
 

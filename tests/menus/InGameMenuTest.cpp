@@ -110,7 +110,7 @@ TEST(InGameMenuTest, ButtonsSitOnThePanelOneAndAHalfHeightsApart)
     UiInput ui;
     InGameMenu menu(&ui.cursor);
     ASSERT_EQ(InGameMenu::NUM_BUTTONS, menu.GetNumInputObjects());
-    const char* const captions[] = {"Objectives", "Main Menu", "Exit"};
+    const char* const captions[] = {"Objectives", "Options", "Main Menu", "Exit"};
     const double panelMiddle = static_cast<int32_t>(menu.GetBackgroundX()) + menu.GetBackground().GetWidth() / 2;
     for (int32_t i = 0; i < InGameMenu::NUM_BUTTONS; ++i)
     {
