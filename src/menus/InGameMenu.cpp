@@ -28,8 +28,9 @@ constexpr int32_t FALLBACK_BUTTON_HEIGHT = 40;
 } // namespace
 
 InGameMenu::InGameMenu(Cursor* p_cursor, ObjectivesScreen* p_objectives)
-    : Menu(p_cursor), m_pInput(nullptr), m_pObjectives(p_objectives), m_showObjectives(false), m_visible(false), m_pFont(nullptr),
-      m_backgroundX(0.0), m_backgroundY(0.0), m_fadeStep(FADE_STEP), m_fadeAlpha(0), m_fadeMax(FADE_MAX)
+    : Menu(p_cursor), m_pInput(nullptr), m_pObjectives(p_objectives), m_showObjectives(false), m_visible(false),
+      m_pFont(nullptr), m_backgroundX(0.0), m_backgroundY(0.0), m_fadeStep(FADE_STEP), m_fadeAlpha(0),
+      m_fadeMax(FADE_MAX)
 {
     Init();
 }

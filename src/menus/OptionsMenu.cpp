@@ -31,7 +31,8 @@ struct Place
 // Gameplay: the difficulty buttons in the order they are added (Medium first, so it starts
 // selected), the editor and its pieces, the tint bars.
 const char* const DIFFICULTY_NAMES[OptionsMenu::NUM_DIFFICULTIES] = {"Medium", "Easy", "Hard"};
-constexpr Place DIFFICULTY_PLACES[OptionsMenu::NUM_DIFFICULTIES] = {{500.0f, 120.0f}, {350.0f, 120.0f}, {650.0f, 120.0f}};
+constexpr Place DIFFICULTY_PLACES[OptionsMenu::NUM_DIFFICULTIES] = {
+    {500.0f, 120.0f}, {350.0f, 120.0f}, {650.0f, 120.0f}};
 constexpr Place DIFFICULTY_LABEL_PLACE = {509.0f, 79.0f};
 constexpr Place HUD_LABEL_PLACE = {495.0f, 240.0f};
 constexpr Place HUD_EDITOR_PLACE = {410.0f, 280.0f};

@@ -142,14 +142,15 @@ protected:
             file << p_script.Text();
         }
         std::filesystem::remove(AudioFile());
-        const std::map<std::string, std::string> env = e2e::GameEnv({{"KORVATH_FIXED_DT", "0.05"},
-                                                                     {"KORVATH_SEED", "7"},
-                                                                     {"KORVATH_INPUT_SCRIPT", "script.txt"},
-                                                                     {"KORVATH_SCREENSHOT_AT", p_screenshots},
-                                                                     {"KORVATH_EXIT_AFTER", std::to_string(p_exitAfter)},
-                                                                     {"SDL_AUDIODRIVER", "disk"},
-                                                                     {"SDL_DISKAUDIOFILE", AudioFile()},
-                                                                     {"SDL_DISKAUDIODELAY", "10"}});
+        const std::map<std::string, std::string> env =
+            e2e::GameEnv({{"KORVATH_FIXED_DT", "0.05"},
+                          {"KORVATH_SEED", "7"},
+                          {"KORVATH_INPUT_SCRIPT", "script.txt"},
+                          {"KORVATH_SCREENSHOT_AT", p_screenshots},
+                          {"KORVATH_EXIT_AFTER", std::to_string(p_exitAfter)},
+                          {"SDL_AUDIODRIVER", "disk"},
+                          {"SDL_DISKAUDIOFILE", AudioFile()},
+                          {"SDL_DISKAUDIODELAY", "10"}});
         std::vector<std::string> args = {"--windowed"};
         args.insert(args.end(), p_args.begin(), p_args.end());
         return e2e::RunGame(m_dir, args, env, 180);
