@@ -3,6 +3,7 @@
 #include "gfx/Font.h"
 #include "ui/UiDraw.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -15,7 +16,8 @@ float NonNegative(float p_value)
 
 HudMessage::HudMessage(const char* p_text, float p_seconds, float p_interval)
     : m_fullText(p_text != nullptr ? p_text : ""), m_remaining(NonNegative(p_seconds)), m_total(m_remaining),
-      m_interval(NonNegative(p_interval)), m_length(m_fullText.size()), m_numShown(0), m_accumulator(0.0f)
+      m_interval(NonNegative(p_interval)), m_length(m_fullText.size()), m_numShown(0), m_accumulator(0.0f),
+      m_textWidth(0)
 {
     SetFont("Arial", 14, FONT_BOLD);
     SetColor(1.0, 1.0, 1.0, 1.0);
@@ -34,7 +36,12 @@ HudMessage::HudMessage(const char* p_text, float p_seconds, float p_interval)
             }
         }
         m_lineStarts.push_back(start);
-        start += GetLine(line).size();
+        const std::string text = GetLine(line);
+        start += text.size();
+        if (m_pFont != nullptr)
+        {
+            m_textWidth = std::max(m_textWidth, static_cast<int32_t>(std::ceil(m_pFont->GetTextWidth(text.c_str()))));
+        }
     }
 }
 

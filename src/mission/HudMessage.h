@@ -37,6 +37,8 @@ public:
     float GetRemaining() const { return m_remaining; }
     float GetTotal() const { return m_total; }
     double GetAlpha() const { return m_color[3]; }
+    // The width of its widest line once the whole text shows.
+    int32_t GetTextWidth() const { return m_textWidth; }
 
 private:
     std::string m_fullText;
@@ -48,4 +50,5 @@ private:
     float m_accumulator;
     // Where each wrapped line starts in m_fullText.
     std::vector<size_t> m_lineStarts;
+    int32_t m_textWidth;
 };

@@ -28,7 +28,7 @@ struct Played
     // One frame of the main loop: the script's events, then the poll. True on a quit.
     bool Frame(int64_t p_frame)
     {
-        const bool quit = script.BeginFrame(p_frame);
+        const bool quit = script.BeginFrame(p_frame).quit;
         input->Poll();
         return quit;
     }
@@ -130,11 +130,11 @@ TEST(InputScriptTest, MalformedLinesAreNamed)
     ASSERT_TRUE(script.Parse("1 quit", error));
     EXPECT_FALSE(script.Parse("1 quit\n2 jump", error));
     EXPECT_FALSE(script.IsLoaded());
-    EXPECT_FALSE(script.BeginFrame(1));
+    EXPECT_FALSE(script.BeginFrame(1).quit);
     // An empty script is a valid one that does nothing.
     ASSERT_TRUE(script.Parse("# nothing\n\n", error));
     EXPECT_TRUE(script.IsLoaded());
-    EXPECT_FALSE(script.BeginFrame(1));
+    EXPECT_FALSE(script.BeginFrame(1).quit);
 }
 
 TEST(InputScriptTest, LoadNamesTheFile)

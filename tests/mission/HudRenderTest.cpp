@@ -119,11 +119,12 @@ TEST_F(HudRenderTest, RadarStatusPanelMoneyAndMessages)
     level.Add(rock, LAYER_SCENERY);
 
     Hud hud(&player);
-    // The radar's picture places the status panel flush with the right edge of the screen.
+    // The radar in the top-left corner, the status panel flush with the right edge of the screen.
     EXPECT_EQ(256, hud.GetRadar().GetWidth());
-    EXPECT_EQ(864.0, hud.GetSlot(2).x);
-    EXPECT_EQ(0.0, hud.GetSlot(2).y);
-    EXPECT_EQ(768.0 - 256.0 + 96.0, hud.GetSlot(6).y);
+    EXPECT_EQ(80, hud.GetLayout().GetRadar().centreX);
+    EXPECT_EQ(82, hud.GetLayout().GetRadar().centreY);
+    EXPECT_EQ(864, hud.GetLayout().GetStatus().left);
+    EXPECT_EQ(0, hud.GetLayout().GetStatus().top);
     player.SetAmmunition(250, 0, 200);
 
     const std::string older = "Beacon located.";

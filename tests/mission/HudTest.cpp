@@ -66,9 +66,6 @@ TEST(HudTest, MoneyAndAmmunitionComeFromThePlayersRecord)
     player.GetPilot().SetMoney(1234);
     Hud hud(&player);
     EXPECT_EQ(1234, hud.GetMoney());
-    EXPECT_EQ((std::array<uint8_t, 3>{0, 2, 6}), hud.GetLayout());
-    EXPECT_EQ(0.0, hud.GetSlot(0).x);
-    EXPECT_EQ(0.0, hud.GetSlot(0).y);
 
     StatusPanel& panel = hud.GetStatusPanel();
     EXPECT_EQ(500, panel.GetStartBullets());
