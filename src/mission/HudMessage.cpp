@@ -40,7 +40,7 @@ HudMessage::HudMessage(const char* p_text, float p_seconds, float p_interval)
         start += text.size();
         if (m_pFont != nullptr)
         {
-            m_textWidth = std::max(m_textWidth, static_cast<int32_t>(std::ceil(m_pFont->GetTextWidth(text.c_str()))));
+            m_textWidth = std::max(m_textWidth, static_cast<int32_t>(m_pFont->GetTextWidth(text.c_str())));
         }
     }
 }
