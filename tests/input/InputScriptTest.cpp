@@ -180,3 +180,35 @@ TEST(InputScriptTest, DevOptionsTakeTheScriptFromTheEnvironment)
     EXPECT_EQ("tests/skip.txt", options.inputScript);
     EXPECT_TRUE(options.errors.empty());
 }
+
+TEST(InputScriptTest, EnterGoingDownWhileAltIsHeldIsAltEnter)
+{
+    Played run("1 key ENTER down\n"
+               "2 key ENTER up\n"
+               "2 key LALT down\n"
+               "3 key ENTER down\n"
+               "4 key ENTER up\n"
+               "5 key LALT up\n"
+               "6 key ENTER down\n"
+               "7 key RALT down\n"
+               "8 key ENTER up\n"
+               "8 key NUMPADENTER down\n"
+               "9 key RALT up\n"
+               "9 key NUMPADENTER up\n"
+               "9 quit\n");
+    std::vector<int64_t> switches;
+    for (int64_t frame = 1; frame <= 9; ++frame)
+    {
+        const InputScript::Requests requests = run.script.BeginFrame(frame);
+        run.input->Poll();
+        if (requests.toggleFullScreen)
+        {
+            switches.push_back(frame);
+            // The keys still reach the game as keys.
+            EXPECT_TRUE(run.input->GetKeyboard()->IsKeyDown(frame == 3 ? DIK_LALT : DIK_RALT));
+        }
+        EXPECT_EQ(frame == 9, requests.quit) << frame;
+    }
+    // Enter alone, Alt pressed after Enter: nothing; Alt then Enter on either side: a switch.
+    EXPECT_EQ((std::vector<int64_t>{3, 8}), switches);
+}
