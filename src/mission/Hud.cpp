@@ -53,7 +53,9 @@ void Hud::SetPlayer(PlayerShip* p_player)
 
 void Hud::AddMessage(const char* p_text, float p_seconds, float p_interval)
 {
-    m_messages.push_front(std::make_unique<HudMessage>(p_text, p_seconds, p_interval));
+    FollowSettings();
+    m_messages.push_front(
+        std::make_unique<HudMessage>(p_text, p_seconds, p_interval, m_layout.GetMessages().width));
     LayoutMessages();
 }
 

@@ -39,7 +39,9 @@ public:
     PlayerShip* GetPlayer() const { return m_pPlayer; }
 
     // A message that types one character every p_interval seconds, then shows for p_seconds
-    // and fades out over their last 30 percent; it goes on top of the others.
+    // and fades out over their last 30 percent; it goes nearest the edge, before the others.
+    // It wraps at the width of the messages' place at the time (messages already shown keep
+    // theirs when the layout changes).
     void AddMessage(const char* p_text, float p_seconds, float p_interval);
     void Update(float p_dt);
     // Resets the model-view matrix: the HUD is drawn in screen coordinates.

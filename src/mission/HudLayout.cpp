@@ -1,6 +1,7 @@
 #include "mission/HudLayout.h"
 
 #include "app/Application.h"
+#include "gfx/Camera.h"
 #include "mission/Radar.h"
 
 namespace
@@ -70,6 +71,13 @@ HudLayout::HudLayout(const Settings::HudSlots& p_slots)
     PlaceMessages();
 }
 
+HudLayout::Rect HudLayout::GetShipRoom()
+{
+    const int32_t x = SCREEN_WIDTH / 2;
+    const int32_t y = SCREEN_HEIGHT / 2 + static_cast<int32_t>(Camera::LEAD);
+    return Rect{x - SHIP_ROOM, y - SHIP_ROOM, x + SHIP_ROOM, y + SHIP_ROOM};
+}
+
 HudAlign HudLayout::Column(int32_t p_slot)
 {
     return p_slot >= 0 && p_slot < Settings::NUM_HUD_SLOTS ? SLOT_COLUMNS[p_slot] : HudAlign::LOW;
@@ -132,14 +140,17 @@ void HudLayout::PlaceMessages()
     switch (m_messages.horizontal)
     {
     case HudAlign::LOW:
+        m_messages.width = SIDE_MESSAGE_WIDTH;
         m_messages.x = EDGE_MARGIN;
         left = EDGE_MARGIN;
         break;
     case HudAlign::HIGH:
+        m_messages.width = SIDE_MESSAGE_WIDTH;
         m_messages.x = SCREEN_WIDTH - EDGE_MARGIN;
-        left = m_messages.x - MESSAGE_WIDTH;
+        left = m_messages.x - SIDE_MESSAGE_WIDTH;
         break;
     default:
+        m_messages.width = MESSAGE_WIDTH;
         m_messages.x = MESSAGE_X;
         left = MESSAGE_X;
         break;
@@ -157,13 +168,15 @@ void HudLayout::PlaceMessages()
         m_messages.y = (SCREEN_HEIGHT - MESSAGE_ROOM) / 2;
         break;
     }
-    // The room of the first messages, moved on past each piece (or the money) in its way.
+    // The room of the first messages, moved on past each piece (or the money, or the ship) in
+    // its way.
     for (bool moved = true; moved;)
     {
         moved = false;
-        const Rect room = upwards ? Rect{left, m_messages.y - MESSAGE_ROOM, left + MESSAGE_WIDTH, m_messages.y}
-                                  : Rect{left, m_messages.y, left + MESSAGE_WIDTH, m_messages.y + MESSAGE_ROOM};
-        for (const Rect& obstacle : {m_radar.box, m_status, m_money})
+        const int32_t right = left + m_messages.width;
+        const Rect room = upwards ? Rect{left, m_messages.y - MESSAGE_ROOM, right, m_messages.y}
+                                  : Rect{left, m_messages.y, right, m_messages.y + MESSAGE_ROOM};
+        for (const Rect& obstacle : {m_radar.box, m_status, m_money, GetShipRoom()})
         {
             if (room.Overlaps(obstacle))
             {

@@ -25,8 +25,9 @@ enum class HudAlign
 // and a piece in a slot lies flush with the screen edges the slot touches and centred along
 // the others. The radar in slot 0 and the status panel in slot 2 are the classic corners.
 //
-// The messages keep clear of the radar, the status panel and the money; the money keeps its
-// place in the bottom-left corner unless a piece lies there, and then stands right of it.
+// The messages keep clear of the radar, the status panel, the money and the player's ship
+// (which the camera always shows at the same place); the money keeps its place in the
+// bottom-left corner unless a piece lies there, and then stands right of it.
 class HudLayout
 {
 public:
@@ -54,13 +55,15 @@ public:
     // The messages, newest nearest the edge their slot touches. x is where each message's
     // text starts, or for HIGH where its widest line ends; y is the top of the newest message
     // (LOW and CENTRE: the older ones below it) or the bottom of the newest (HIGH: the older
-    // ones above it).
+    // ones above it). Messages wrap at width: narrower beside the screen's middle, so that
+    // they stay clear of the middle of the screen, where the player's ship is.
     struct MessagePlace
     {
         HudAlign horizontal = HudAlign::CENTRE;
         HudAlign vertical = HudAlign::LOW;
         int32_t x = 0;
         int32_t y = 0;
+        int32_t width = 0;
     };
 
     // The status panel's picture.
@@ -70,6 +73,8 @@ public:
     static constexpr int32_t MESSAGE_X = 256;
     static constexpr int32_t MESSAGE_Y = 40;
     static constexpr int32_t MESSAGE_WIDTH = 512;
+    // The wrap width of messages at the left or right edge.
+    static constexpr int32_t SIDE_MESSAGE_WIDTH = 384;
     // Distance of the messages from a side edge, and of the money from the left edge.
     static constexpr int32_t EDGE_MARGIN = 25;
     // The room looked at for the first messages, and their distance from a piece in the way.
@@ -80,6 +85,8 @@ public:
     // Enough for "Money: $" and the largest amount.
     static constexpr int32_t MONEY_WIDTH = 200;
     static constexpr int32_t MONEY_HEIGHT = 20;
+    // Half the side of the square around the player's ship that messages leave free.
+    static constexpr int32_t SHIP_ROOM = 48;
 
     explicit HudLayout(const Settings::HudSlots& p_slots = Settings::DEFAULT_HUD_SLOTS);
 
@@ -93,6 +100,8 @@ public:
     const MessagePlace& GetMessages() const { return m_messages; }
     // The money text's top-left corner is the box's.
     const Rect& GetMoney() const { return m_money; }
+    // Where the player's ship shows.
+    static Rect GetShipRoom();
 
 private:
     void PlaceRadar();

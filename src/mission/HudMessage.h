@@ -18,8 +18,9 @@ public:
     // The share of the display time over which the message fades out.
     static constexpr float FADE_SHARE = 0.3f;
 
-    // p_seconds and p_interval below 0, or not numbers at all, count as 0.
-    HudMessage(const char* p_text, float p_seconds, float p_interval);
+    // p_seconds and p_interval below 0, or not numbers at all, count as 0. The text wraps at
+    // p_wrapWidth.
+    HudMessage(const char* p_text, float p_seconds, float p_interval, int32_t p_wrapWidth = WRAP_WIDTH);
     ~HudMessage() override;
 
     // One frame of typing or, once every character shows, of its display time: false once the

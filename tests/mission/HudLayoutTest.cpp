@@ -24,16 +24,8 @@ bool OnScreen(const HudLayout::Rect& p_rect)
 HudLayout::Rect MessageRoom(const HudLayout::MessagePlace& p_place)
 {
     HudLayout::Rect room;
-    switch (p_place.horizontal)
-    {
-    case HudAlign::HIGH:
-        room.left = p_place.x - HudLayout::MESSAGE_WIDTH;
-        break;
-    default:
-        room.left = p_place.x;
-        break;
-    }
-    room.right = room.left + HudLayout::MESSAGE_WIDTH;
+    room.left = p_place.horizontal == HudAlign::HIGH ? p_place.x - p_place.width : p_place.x;
+    room.right = room.left + p_place.width;
     room.top = p_place.vertical == HudAlign::HIGH ? p_place.y - HudLayout::MESSAGE_ROOM : p_place.y;
     room.bottom = room.top + HudLayout::MESSAGE_ROOM;
     return room;
@@ -106,6 +98,14 @@ TEST(HudLayoutTest, TheSlotsAreTheEditorsGridOnTheScreen)
     EXPECT_EQ((HudLayout::Rect{432, 680, 592, 768}), middles.GetStatus());
     EXPECT_EQ(HudAlign::HIGH, middles.GetMessages().horizontal);
     EXPECT_EQ(1024 - 25, middles.GetMessages().x);
+    EXPECT_EQ(HudLayout::SIDE_MESSAGE_WIDTH, middles.GetMessages().width);
+
+    // Along the bottom in the middle: up from just above the player's ship, which the camera
+    // shows 210 below the middle of the screen.
+    const HudLayout bottom({0, 2, 6});
+    EXPECT_EQ(HudAlign::HIGH, bottom.GetMessages().vertical);
+    EXPECT_EQ(384 + 210 - HudLayout::SHIP_ROOM - HudLayout::CLEARANCE, bottom.GetMessages().y);
+    EXPECT_EQ(HudLayout::MESSAGE_WIDTH, bottom.GetMessages().width);
 }
 
 TEST(HudLayoutTest, EveryLayoutKeepsEachPieceOnTheScreenAndClearOfTheOthers)
@@ -139,20 +139,23 @@ TEST(HudLayoutTest, EveryLayoutKeepsEachPieceOnTheScreenAndClearOfTheOthers)
                 EXPECT_FALSE(room.Overlaps(radarBox));
                 EXPECT_FALSE(room.Overlaps(statusBox));
                 EXPECT_FALSE(room.Overlaps(moneyBox));
-                // Each piece keeps to the edges of its slot.
+                EXPECT_FALSE(room.Overlaps(HudLayout::GetShipRoom()));
+                // Each piece keeps to the edges of its slot: its low edge, its high edge or
+                // the middle between them.
+                const auto along = [](HudAlign p_align, int32_t p_low, int32_t p_high, int32_t p_length) {
+                    switch (p_align)
+                    {
+                    case HudAlign::LOW:
+                        return p_low == 0;
+                    case HudAlign::HIGH:
+                        return p_high == p_length;
+                    default:
+                        return p_low + p_high == p_length;
+                    }
+                };
                 const auto expectAt = [&](const HudLayout::Rect& p_box, int32_t p_slot) {
-                    if (HudLayout::Column(p_slot) == HudAlign::LOW)
-                        EXPECT_EQ(0, p_box.left);
-                    if (HudLayout::Column(p_slot) == HudAlign::HIGH)
-                        EXPECT_EQ(SCREEN_WIDTH, p_box.right);
-                    if (HudLayout::Row(p_slot) == HudAlign::LOW)
-                        EXPECT_EQ(0, p_box.top);
-                    if (HudLayout::Row(p_slot) == HudAlign::HIGH)
-                        EXPECT_EQ(SCREEN_HEIGHT, p_box.bottom);
-                    if (HudLayout::Column(p_slot) == HudAlign::CENTRE)
-                        EXPECT_EQ(SCREEN_WIDTH, p_box.left + p_box.right);
-                    if (HudLayout::Row(p_slot) == HudAlign::CENTRE)
-                        EXPECT_EQ(SCREEN_HEIGHT, p_box.top + p_box.bottom);
+                    EXPECT_TRUE(along(HudLayout::Column(p_slot), p_box.left, p_box.right, SCREEN_WIDTH)) << p_slot;
+                    EXPECT_TRUE(along(HudLayout::Row(p_slot), p_box.top, p_box.bottom, SCREEN_HEIGHT)) << p_slot;
                 };
                 expectAt(radarBox, radar);
                 expectAt(statusBox, status);

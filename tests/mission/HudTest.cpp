@@ -125,8 +125,8 @@ TEST_F(HudSettingsTest, MessagesGoWhereTheLayoutPutsThemNewestNearestTheEdge)
     ASSERT_GT(newest.GetTextWidth(), HudMessage::WRAP_WIDTH * 3 / 4);
     EXPECT_EQ(40, newest.GetY());
 
-    // The messages piece in the bottom-right slot: the newest ends 40 above the bottom and
-    // 25 in from the right edge, the older one above it; the change shows in the next frame.
+    // The messages piece in the bottom-right slot: the newest ends 40 above the bottom and 25
+    // in from the right edge, the older one above it; the change shows in the next frame.
     ASSERT_TRUE(g_settings.SetHudSlots({0, 2, 7}));
     hud.Update(0.0f);
     EXPECT_EQ((Settings::HudSlots{0, 2, 7}), hud.GetLayout().GetSlots());
@@ -135,14 +135,20 @@ TEST_F(HudSettingsTest, MessagesGoWhereTheLayoutPutsThemNewestNearestTheEdge)
     EXPECT_EQ(newest.GetY() - 30, older.GetY() + older.GetHeight());
     EXPECT_EQ(1024 - 25, older.GetX() + older.GetTextWidth());
 
-    // Bottom left with the radar in the middle of the bottom edge: up from above the radar.
+    // In the middle of the left edge: down from the middle of the screen.
+    ASSERT_TRUE(g_settings.SetHudSlots({6, 2, 3}));
+    hud.Update(0.0f);
+    EXPECT_EQ((768 - 150) / 2, newest.GetY());
+    EXPECT_EQ(25, newest.GetX());
+    EXPECT_EQ(newest.GetY() + newest.GetHeight() + 30, older.GetY());
+
+    // Bottom left: up from above the money. A new message joins at the edge, the others make
+    // way; beside the middle of the screen it wraps narrower.
     ASSERT_TRUE(g_settings.SetHudSlots({6, 2, 5}));
     hud.Update(0.0f);
-    EXPECT_EQ(768 - 178 - 16, newest.GetY() + newest.GetHeight());
-    EXPECT_EQ(25, newest.GetX());
-
-    // A new message joins at the edge, the others make way.
-    hud.AddMessage("third", 10.0f, 0.1f);
-    EXPECT_EQ(768 - 178 - 16, Message(hud, 0).GetY() + Message(hud, 0).GetHeight());
+    hud.AddMessage(LONG_TEXT.c_str(), 10.0f, 0.1f);
+    EXPECT_EQ(700 - 16, Message(hud, 0).GetY() + Message(hud, 0).GetHeight());
+    EXPECT_EQ(HudLayout::SIDE_MESSAGE_WIDTH, Message(hud, 0).GetMaxWidth());
+    EXPECT_GT(Message(hud, 0).GetNumLines(), newest.GetNumLines());
     EXPECT_EQ(Message(hud, 0).GetY() - 30, newest.GetY() + newest.GetHeight());
 }
