@@ -31,9 +31,9 @@ int32_t GetPrivateProfileInt(const char* p_section, const char* p_key, int32_t p
 
 // Writes "key=value" into the section, creating the file and the section when needed and
 // keeping every other line of the file as it was; added lines end the way the file's first
-// line does. A null p_value deletes the key; a null p_key deletes the whole section. The file is replaced through a temporary file and a
-// rename, so a failed write never leaves it half written. Returns false when the file cannot
-// be written or p_section is null.
+// line does. A null p_value deletes the key; a null p_key deletes the whole section. The file
+// is replaced through a temporary file and a rename, so a failed write never leaves it half
+// written. Returns false when the file cannot be written or p_section is null.
 bool WritePrivateProfileString(const char* p_section, const char* p_key, const char* p_value,
                                const char* p_fileName);
 

@@ -76,8 +76,8 @@ ProfileData::ProfileData(std::string p_text) : m_text(std::move(p_text))
         if (parsed.m_kind == LineKind::SECTION)
         {
             const uint32_t keys = static_cast<uint32_t>(m_keys.size());
-            m_sections.push_back(Section{OffsetIn(m_text, parsed.m_name), static_cast<uint32_t>(parsed.m_name.size()),
-                                         keys, keys});
+            m_sections.push_back(
+                Section{OffsetIn(m_text, parsed.m_name), static_cast<uint32_t>(parsed.m_name.size()), keys, keys});
         }
         else if (parsed.m_kind == LineKind::KEY && !m_sections.empty())
         {

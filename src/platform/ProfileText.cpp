@@ -16,8 +16,7 @@ char LowerAscii(char p_c)
 
 std::string_view Unquote(std::string_view p_value)
 {
-    if (p_value.size() >= 2 && (p_value.front() == '"' || p_value.front() == '\'') &&
-        p_value.back() == p_value.front())
+    if (p_value.size() >= 2 && (p_value.front() == '"' || p_value.front() == '\'') && p_value.back() == p_value.front())
     {
         return p_value.substr(1, p_value.size() - 2);
     }

@@ -47,7 +47,8 @@ void ShotIndex::Build(const QuadNode* p_leaf)
     m_originY = p_leaf->GetYMin();
     const double side = std::max({1.0, static_cast<double>(p_leaf->GetXMax()) - p_leaf->GetXMin() + 1.0,
                                   static_cast<double>(p_leaf->GetYMax()) - p_leaf->GetYMin() + 1.0});
-    m_buckets = std::clamp(static_cast<int>(std::ceil(std::sqrt(static_cast<double>(shots)))), MIN_BUCKETS, MAX_BUCKETS);
+    m_buckets =
+        std::clamp(static_cast<int>(std::ceil(std::sqrt(static_cast<double>(shots)))), MIN_BUCKETS, MAX_BUCKETS);
     m_bucketSize = side / m_buckets;
     const size_t bucketCount = static_cast<size_t>(m_buckets) * static_cast<size_t>(m_buckets);
     m_bucketStart.assign(bucketCount + 1, 0);
@@ -214,7 +215,8 @@ const std::vector<uint32_t>& ShotIndex::FindCandidates(uint8_t p_team, double p_
 
 ShotIndex::Span ShotIndex::Cover(double p_minX, double p_minY, double p_maxX, double p_maxY) const
 {
-    return Span{Bucket(p_minX, m_originX), Bucket(p_minY, m_originY), Bucket(p_maxX, m_originX), Bucket(p_maxY, m_originY)};
+    return Span{Bucket(p_minX, m_originX), Bucket(p_minY, m_originY), Bucket(p_maxX, m_originX),
+                Bucket(p_maxY, m_originY)};
 }
 
 int ShotIndex::Bucket(double p_value, double p_origin) const

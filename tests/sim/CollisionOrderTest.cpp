@@ -136,8 +136,7 @@ private:
 class LogShot : public Projectile
 {
 public:
-    LogShot(unsigned p_id, uint8_t p_team, uint8_t p_hitKind, bool p_splinters)
-        : m_id(p_id), m_splinters(p_splinters)
+    LogShot(unsigned p_id, uint8_t p_team, uint8_t p_hitKind, bool p_splinters) : m_id(p_id), m_splinters(p_splinters)
     {
         m_hitKind = p_hitKind;
         SetDamage(p_id, p_team);
@@ -244,7 +243,8 @@ void Populate(Level& p_level, uint32_t p_seed, int p_ships, int p_shots)
         }
         else
         {
-            shot->Desc().SetBox(static_cast<unsigned>(uniform(2.0, 24.0)), static_cast<unsigned>(uniform(0.0, 24.0)), 0, 0);
+            shot->Desc().SetBox(static_cast<unsigned>(uniform(2.0, 24.0)), static_cast<unsigned>(uniform(0.0, 24.0)), 0,
+                                0);
         }
         place(shot->Desc());
         p_level.Add(shot, LAYER_PROJECTILES);
@@ -276,7 +276,8 @@ std::vector<std::string> CollideLeaf(uint32_t p_seed, int p_ships, int p_shots, 
     level.GetRoot()->CollectLeaves(leaves);
     for (QuadNode* leaf : leaves)
     {
-        for (WorldObject* object = leaf->GetList(LAYER_PROJECTILES); object != nullptr; object = object->GetNextInList())
+        for (WorldObject* object = leaf->GetList(LAYER_PROJECTILES); object != nullptr;
+             object = object->GetNextInList())
         {
             auto* shot = dynamic_cast<LogShot*>(object);
             result.push_back("left " + (shot != nullptr ? std::to_string(shot->GetId()) : std::string("debris")));

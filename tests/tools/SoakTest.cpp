@@ -77,7 +77,8 @@ TEST_F(SoakTest, ThreeMinutesOfTheHiveGrowNeitherMemoryNorObjects)
     options.sampleEvery = 10.0;
     std::vector<soak::Sample> samples;
     std::string error;
-    ASSERT_TRUE(soak::Run(options, [&samples](const soak::Sample& p_sample) { samples.push_back(p_sample); }, error))
+    ASSERT_TRUE(soak::Run(
+        options, [&samples](const soak::Sample& p_sample) { samples.push_back(p_sample); }, error))
         << error;
     ASSERT_EQ(samples.size(), 19u);
     EXPECT_FALSE(std::filesystem::exists("Saves/Soak0.sav")); // the soak takes its pilot file away again

@@ -138,7 +138,8 @@ Sample Count(Level& p_level, Campaign& p_campaign, PlayerShip& p_player, double 
                 ++sample.ships;
             }
         }
-        for (WorldObject* object = leaf->GetList(LAYER_PROJECTILES); object != nullptr; object = object->GetNextInList())
+        for (WorldObject* object = leaf->GetList(LAYER_PROJECTILES); object != nullptr;
+             object = object->GetNextInList())
         {
             ++sample.shots;
         }

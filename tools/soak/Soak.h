@@ -31,10 +31,10 @@ struct Sample
     int explosions = 0;
     int shots = 0;
     int scenery = 0;
-    int peakObjects = 0;      // the most world objects in any frame since the last sample
-    size_t images = 0;        // every image alive, world or not
-    size_t namedObjects = 0;  // entries of the campaign's registry
-    int kills = 0;            // computer ships destroyed so far
+    int peakObjects = 0;     // the most world objects in any frame since the last sample
+    size_t images = 0;       // every image alive, world or not
+    size_t namedObjects = 0; // entries of the campaign's registry
+    int kills = 0;           // computer ships destroyed so far
     int32_t money = 0;
     int32_t status = 0; // the mission's: 0 running, 1 won, 2 lost (the battle goes on regardless)
 

@@ -60,7 +60,8 @@ void SoakBot::FindTargets(Ship*& p_nearest, Ship*& p_spawner) const
                 p_spawner = ship;
                 continue;
             }
-            const double distance = Distance(m_ship.GetCenterX(), m_ship.GetCenterY(), ship->GetCenterX(), ship->GetCenterY());
+            const double distance =
+                Distance(m_ship.GetCenterX(), m_ship.GetCenterY(), ship->GetCenterX(), ship->GetCenterY());
             if (p_nearest == nullptr || distance < nearest)
             {
                 p_nearest = ship;
@@ -74,7 +75,8 @@ void SoakBot::SteerTowards(double p_x, double p_y)
 {
     const double wanted = std::atan2(p_x - m_ship.GetCenterX(), -(p_y - m_ship.GetCenterY())) / DEG2RAD;
     const double turn = TurnBetween(m_ship.GetHeading(), wanted);
-    m_ship.SetRotation(std::fabs(turn) < 2.0 ? Ship::DIRECTION_NONE : (turn < 0.0 ? Ship::DIRECTION_LEFT : Ship::DIRECTION_RIGHT));
+    m_ship.SetRotation(std::fabs(turn) < 2.0 ? Ship::DIRECTION_NONE
+                                             : (turn < 0.0 ? Ship::DIRECTION_LEFT : Ship::DIRECTION_RIGHT));
 }
 
 void SoakBot::KeepFighting()
