@@ -133,6 +133,9 @@ void Level::Add(WorldObject* p_object, int p_layer)
 void Level::Update(float p_dt)
 {
     m_elapsed += p_dt;
+    // The border shimmers from the random numbers, so it moves here: what is drawn never
+    // changes the game, and a frame left undrawn plays out the same.
+    StepBorderColor();
     if (m_pStarfield && m_pPlayer != nullptr && m_pPlayer->GetPhysicalDesc() != nullptr)
     {
         const PhysicalDesc* desc = m_pPlayer->GetPhysicalDesc();
@@ -174,7 +177,6 @@ bool Level::Render()
         m_pRoot->RenderLayer(LAYER_PROJECTILES, view);
     }
 
-    StepBorderColor();
     glDisable(GL_TEXTURE_2D);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
