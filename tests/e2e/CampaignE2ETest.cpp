@@ -84,6 +84,8 @@ int RankOf(const char* const* p_list, int p_count, const std::string& p_name)
 // What one shop visit did, and what the pilot file must say after "Done".
 struct ShopVisit
 {
+    std::string file; // the pilot's
+    int player = 0;   // 0 or 1 in a two-player game
     std::string mission;
     int32_t moneyBefore = 0;
     int32_t moneyAfter = 0;
@@ -254,7 +256,7 @@ private:
         }
         if (shop == nullptr)
         {
-            if (m_shoppedAt != visitKey && !m_twoPlayer && !m_won.empty())
+            if (m_shoppedAt != visitKey && !m_won.empty())
             {
                 m_shoppedAt = visitKey;
                 m_game.GetHands().Click(place::HUB_SHOP);
@@ -272,6 +274,7 @@ private:
                         m_firstShopDoneFrame = m_game.GetFrame();
                     }
                     CheckSaved();
+                    m_turnMoney[m_visits.back().player] = m_visits.back().moneyAfter;
                 }
                 m_game.GetHands().Click(place::HUB_START);
                 m_game.GetHands().Wait(3);
@@ -292,6 +295,8 @@ private:
         PlayerShip& ship = *Mode::s_pPlayer;
         Pilot& pilot = ship.GetPilot();
         ShopVisit visit;
+        visit.file = pilot.GetFileName();
+        visit.player = g_secondPlayerTurn ? 1 : 0;
         visit.mission = p_mission;
         visit.moneyBefore = pilot.GetMoney();
         int32_t money = visit.moneyBefore;
@@ -306,7 +311,7 @@ private:
         }
         visit.engine = pilot.GetEngineName();
         visit.shield = pilot.GetShieldName();
-        visit.inventory = m_inventory;
+        visit.inventory = m_inventory[visit.player];
         Upgrade(p_shop, PART_ENGINE, ENGINES, visit.engine, money, visit);
         Upgrade(p_shop, PART_SHIELD, SHIELDS, visit.shield, money, visit);
         while (money >= PACK_PRICE && packs < MAX_PACKS_A_VISIT && bullets < 65535 - BULLETS_PER_PACK)
@@ -318,7 +323,7 @@ private:
         }
         visit.moneyAfter = money;
         visit.bulletsAfter = bullets;
-        m_inventory = visit.inventory;
+        m_inventory[visit.player] = visit.inventory;
         m_visits.push_back(visit);
         hands.Wait(2);
         hands.Click(place::SHOP_DONE);
@@ -393,7 +398,7 @@ private:
     void CheckSaved()
     {
         const ShopVisit& visit = m_visits.back();
-        Pilot saved(m_pilotFile.c_str());
+        Pilot saved(visit.file.c_str());
         Inventory items;
         if (!saved.Load(&items))
         {
@@ -451,7 +456,7 @@ private:
     std::string m_plannedAt;
     bool m_executed = false;
     std::string m_checkedHub;
-    std::map<std::string, int> m_inventory;
+    std::map<std::string, int> m_inventory[2];
     int m_turnPlayer = 0;
     int m_kills[2] = {0, 0};
     int32_t m_turnMoney[2] = {0, 0};
@@ -515,7 +520,7 @@ TEST_F(CampaignE2ETest, APlayerPlaysTheWholeCampaignFromTheTitleToTheCredits)
         Player player(game, false);
         const double seconds = Play(player, game);
         const double wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-        std::printf("whole campaign: %.0f s of game time (%lld frames) in %.0f s\n", seconds,
+        std::printf("whole campaign: %.0f s of game time (%lld frames) in %.1f s\n", seconds,
                     static_cast<long long>(game.GetFrame()), wall);
 
         ASSERT_EQ(10u, player.m_won.size()) << "won " << player.m_won.size() << " missions, lost " << player.m_defeats;
@@ -601,7 +606,7 @@ TEST_F(CampaignE2ETest, TwoPlayersTakeTurnsThroughTheirCampaignAndTheScoreboardK
     ASSERT_TRUE(game.IsStarted());
     Player player(game, true);
     const double seconds = Play(player, game);
-    std::printf("two-player campaign: %.0f s of game time (%lld frames) in %.0f s\n", seconds,
+    std::printf("two-player campaign: %.0f s of game time (%lld frames) in %.1f s\n", seconds,
                 static_cast<long long>(game.GetFrame()),
                 std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
 
