@@ -22,6 +22,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <set>
 
 namespace e2e
@@ -230,6 +231,56 @@ void Hands::Wait(int p_frames)
     {
         Then([] {});
     }
+}
+
+// ---- ScriptWriter
+
+void ScriptWriter::Line(int64_t p_frame, const std::string& p_event)
+{
+    m_text += std::to_string(p_frame) + " " + p_event + "\n";
+}
+
+void ScriptWriter::MoveTo(int64_t p_frame, Point p_to)
+{
+    const int dx = (p_to.x - m_cursor.x) / PIXELS_PER_COUNT;
+    const int dy = (p_to.y - m_cursor.y) / PIXELS_PER_COUNT;
+    m_cursor.x += dx * PIXELS_PER_COUNT;
+    m_cursor.y += dy * PIXELS_PER_COUNT;
+    Line(p_frame, "mouse move " + std::to_string(dx) + " " + std::to_string(dy));
+}
+
+int64_t ScriptWriter::Click(int64_t p_frame, Point p_at)
+{
+    MoveTo(p_frame, p_at);
+    Line(p_frame + 2, "mouse button 0 down");
+    Line(p_frame + 3, "mouse button 0 up");
+    return p_frame + 4;
+}
+
+int64_t ScriptWriter::Drag(int64_t p_frame, Point p_from, Point p_to)
+{
+    MoveTo(p_frame, p_from);
+    Line(p_frame + 1, "mouse button 0 down");
+    for (int step = 1; step <= DRAG_STEPS; ++step)
+    {
+        MoveTo(p_frame + 1 + step,
+               Point{p_from.x + (p_to.x - p_from.x) * step / DRAG_STEPS, p_from.y + (p_to.y - p_from.y) * step / DRAG_STEPS});
+    }
+    Line(p_frame + 2 + DRAG_STEPS, "mouse button 0 up");
+    return p_frame + 3 + DRAG_STEPS;
+}
+
+void ScriptWriter::Hold(int64_t p_frame, const char* p_key, int64_t p_frames)
+{
+    Line(p_frame, std::string("key ") + p_key + " down");
+    Line(p_frame + p_frames, std::string("key ") + p_key + " up");
+}
+
+bool ScriptWriter::Save(const std::string& p_path) const
+{
+    std::ofstream file(p_path, std::ios::binary);
+    file << m_text;
+    return static_cast<bool>(file);
 }
 
 // ---- FlightBot

@@ -84,6 +84,30 @@ private:
     Point m_cursor;
 };
 
+// The same hands for the real binary: an input script written frame by frame, the cursor
+// followed from the top-left corner.
+class ScriptWriter
+{
+public:
+    void Line(int64_t p_frame, const std::string& p_event);
+    // Moves in p_frame, presses two frames later, lets go in the next; answers the frame in
+    // which the game has read the click.
+    int64_t Click(int64_t p_frame, Point p_at);
+    // Presses at p_from, moves there in four steps with the button held and lets go; answers
+    // the frame after.
+    int64_t Drag(int64_t p_frame, Point p_from, Point p_to);
+    // p_key by its name in config.ini, held from p_frame for p_frames frames.
+    void Hold(int64_t p_frame, const char* p_key, int64_t p_frames);
+    std::string Text() const { return m_text; }
+    bool Save(const std::string& p_path) const;
+
+private:
+    void MoveTo(int64_t p_frame, Point p_to);
+
+    std::string m_text;
+    Point m_cursor;
+};
+
 // Flies the ship of a running mission from the keyboard: the heading and speed keys towards
 // the objective the mission needs next, the fire key when an enemy is in front. It sees what a
 // player sees: its ship, the objects the objectives name, the enemies around.
