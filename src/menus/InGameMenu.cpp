@@ -8,6 +8,7 @@
 #include "input/Cursor.h"
 #include "input/InputSystem.h"
 #include "menus/ObjectivesScreen.h"
+#include "menus/OptionsMenu.h"
 #include "pilot/CampaignLink.h"
 #include "platform/Gl.h"
 #include "sound/Sound.h"
@@ -16,7 +17,7 @@
 
 namespace
 {
-const char* const CAPTIONS[InGameMenu::NUM_BUTTONS] = {"Objectives", "Main Menu", "Exit"};
+const char* const CAPTIONS[InGameMenu::NUM_BUTTONS] = {"Objectives", "Options", "Main Menu", "Exit"};
 // Where "Menu" is printed over the panel.
 constexpr int32_t TITLE_X = 486;
 constexpr int32_t TITLE_Y = 257;
@@ -27,14 +28,16 @@ constexpr int32_t FALLBACK_BUTTON_HEIGHT = 40;
 } // namespace
 
 InGameMenu::InGameMenu(Cursor* p_cursor, ObjectivesScreen* p_objectives)
-    : Menu(p_cursor), m_pObjectives(p_objectives), m_showObjectives(false), m_visible(false), m_pFont(nullptr),
-      m_backgroundX(0.0), m_backgroundY(0.0), m_fadeStep(FADE_STEP), m_fadeAlpha(0), m_fadeMax(FADE_MAX)
+    : Menu(p_cursor), m_pInput(nullptr), m_pObjectives(p_objectives), m_showObjectives(false), m_visible(false),
+      m_pFont(nullptr), m_backgroundX(0.0), m_backgroundY(0.0), m_fadeStep(FADE_STEP), m_fadeAlpha(0),
+      m_fadeMax(FADE_MAX)
 {
     Init();
 }
 
 InGameMenu::~InGameMenu()
 {
+    m_pSubMenu.reset();
     if (m_pFont != nullptr)
     {
         g_fontList.ReleaseFont(m_pFont);
@@ -95,8 +98,15 @@ void InGameMenu::SetVisible(bool p_visible)
     }
 }
 
+void InGameMenu::OpenOptions()
+{
+    m_pSubMenu = std::make_unique<OptionsMenu>(m_pCursor, m_pInput);
+    m_pSubMenu->Init();
+}
+
 bool InGameMenu::HandleInput(InputSystem* p_input)
 {
+    m_pInput = p_input;
     if (p_input != nullptr && p_input->WasPressed(MENU))
     {
         SetVisible(!m_visible);
@@ -111,6 +121,16 @@ int32_t InGameMenu::Update(float p_dt)
     m_fadeAlpha = static_cast<uint8_t>(m_fadeAlpha + m_fadeStep > m_fadeMax ? m_fadeMax : m_fadeAlpha + m_fadeStep);
     m_overlay.SetAlpha(m_fadeAlpha);
 
+    if (m_pSubMenu)
+    {
+        // It asks for the title menu when "Cancel" is clicked; here that means only that its
+        // buttons start falling, and the panel comes back once they are gone.
+        if (m_pSubMenu->Update(p_dt) == MENUCODE_CLOSED)
+        {
+            m_pSubMenu.reset();
+        }
+        return MODECODE_STAY;
+    }
     if (m_showObjectives)
     {
         if (m_pObjectives == nullptr || !m_pObjectives->Update(p_dt))
@@ -124,7 +144,7 @@ int32_t InGameMenu::Update(float p_dt)
     {
         GetButton(i)->Update(p_dt);
     }
-    int32_t clicks[NUM_BUTTONS] = {CLICK_NONE, CLICK_NONE, CLICK_NONE};
+    int32_t clicks[NUM_BUTTONS] = {};
     for (int32_t i = 0; i < NUM_BUTTONS; ++i)
     {
         GetButton(i)->GetClick(&clicks[i]);
@@ -132,6 +152,11 @@ int32_t InGameMenu::Update(float p_dt)
     if (clicks[BUTTON_OBJECTIVES] != CLICK_NONE)
     {
         ShowObjectives();
+        return MODECODE_STAY;
+    }
+    if (clicks[BUTTON_OPTIONS] != CLICK_NONE)
+    {
+        OpenOptions();
         return MODECODE_STAY;
     }
     if (clicks[BUTTON_MAIN_MENU] != CLICK_NONE)
@@ -159,7 +184,11 @@ bool InGameMenu::Render()
     glLoadIdentity();
     m_overlay.Draw(0.0, 0.0, 0.0, true);
 
-    if (m_showObjectives && m_pObjectives != nullptr)
+    if (m_pSubMenu)
+    {
+        m_pSubMenu->Render();
+    }
+    else if (m_showObjectives && m_pObjectives != nullptr)
     {
         m_pObjectives->Render();
     }

@@ -4,6 +4,7 @@
 #include "gfx/TextureManager.h"
 #include "menus/MainMenu.h"
 #include "menus/Menu.h"
+#include "menus/OptionsMenu.h"
 #include "menus/SinglePlayerMenu.h"
 #include "platform/System.h"
 #include "sound/Sound.h"
@@ -54,11 +55,15 @@ void MenuMode::StartMusic()
 
 std::unique_ptr<Menu> MenuMode::NewMenu(int32_t p_code)
 {
-    if (p_code == MENUCODE_OPEN_SINGLE_PLAYER)
+    switch (p_code)
     {
+    case MENUCODE_OPEN_SINGLE_PLAYER:
         return std::make_unique<SinglePlayerMenu>(&s_cursor);
+    case MENUCODE_OPEN_OPTIONS:
+        return std::make_unique<OptionsMenu>(&s_cursor);
+    default:
+        return std::make_unique<MainMenu>(&s_cursor);
     }
-    return std::make_unique<MainMenu>(&s_cursor);
 }
 
 void MenuMode::OpenMenu(int32_t p_code)

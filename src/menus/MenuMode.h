@@ -48,8 +48,8 @@ public:
     int32_t GetResult() const { return m_result; }
 
 protected:
-    // The menu a code opens, not yet initialised. A code whose menu the game lacks opens the
-    // title menu, so that a player is never left on an empty screen.
+    // The menu a code opens, not yet initialised: 10 the pilot menu, 12 the options, any other
+    // code the title menu, so that a player is never left on an empty screen.
     virtual std::unique_ptr<Menu> NewMenu(int32_t p_code);
 
 private:

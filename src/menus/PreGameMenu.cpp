@@ -280,6 +280,15 @@ GameObject* PreGameMenu::FindObject(int32_t p_id) const
     return screen != nullptr ? FindIn(*screen, p_id) : nullptr;
 }
 
+GameObject* PreGameMenu::FindObjectOn(int32_t p_screen, int32_t p_id) const
+{
+    if (p_screen < 0 || p_screen >= m_numScreens)
+    {
+        return nullptr;
+    }
+    return FindIn(m_screens[static_cast<size_t>(p_screen)], p_id);
+}
+
 bool PreGameMenu::SetTitle(const char* p_text)
 {
     assert(p_text && "p_title");

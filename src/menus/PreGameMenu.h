@@ -59,6 +59,8 @@ public:
     void SetScreen(int32_t p_screen);
     // The common objects first, then the current screen's; the first with that id, or null.
     GameObject* FindObject(int32_t p_id) const;
+    // The object with that id on screen p_screen, whichever screen is shown; null when none.
+    GameObject* FindObjectOn(int32_t p_screen, int32_t p_id) const;
     bool SetTitle(const char* p_text);
     // One button per label, in label order, waiting just above the screen; true.
     bool CreateButtons(const char* const* p_labels, int32_t p_count);

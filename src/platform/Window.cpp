@@ -17,6 +17,27 @@ namespace
 bool s_videoUp = false;
 bool s_fullscreenPreference = true;
 Window* s_pCurrent = nullptr;
+
+// The size of a window showing a p_width x p_height display: that size, or, when the desktop
+// cannot hold it, the largest of the same shape it can (the picture is then scaled into it).
+void WindowedSize(uint16_t p_width, uint16_t p_height, int& p_windowWidth, int& p_windowHeight)
+{
+    p_windowWidth = p_width;
+    p_windowHeight = p_height;
+    SDL_Rect usable;
+    if (SDL_GetDisplayUsableBounds(0, &usable) != 0 || usable.w <= 0 || usable.h <= 0 ||
+        (p_width <= usable.w && p_height <= usable.h))
+    {
+        return;
+    }
+    int32_t x = 0;
+    int32_t y = 0;
+    int32_t fitWidth = 0;
+    int32_t fitHeight = 0;
+    FitViewport(p_width, p_height, usable.w, usable.h, x, y, fitWidth, fitHeight);
+    p_windowWidth = fitWidth;
+    p_windowHeight = fitHeight;
+}
 } // namespace
 
 struct Window::Impl
@@ -110,8 +131,9 @@ bool Window::Create(const char* p_title, uint16_t p_width, uint16_t p_height)
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_HIDDEN;
     int x = SDL_WINDOWPOS_CENTERED;
     int y = SDL_WINDOWPOS_CENTERED;
-    int width = p_width;
-    int height = p_height;
+    int width = 0;
+    int height = 0;
+    WindowedSize(p_width, p_height, width, height);
     SDL_DisplayMode desktop;
     if (s_fullscreenPreference && SDL_GetDesktopDisplayMode(0, &desktop) == 0)
     {
@@ -314,7 +336,10 @@ void Window::ToggleFullscreen()
     if (!goFullscreen)
     {
         SDL_SetWindowBordered(m_pImpl->pWindow, SDL_TRUE);
-        SDL_SetWindowSize(m_pImpl->pWindow, m_pImpl->displayWidth, m_pImpl->displayHeight);
+        int width = 0;
+        int height = 0;
+        WindowedSize(m_pImpl->displayWidth, m_pImpl->displayHeight, width, height);
+        SDL_SetWindowSize(m_pImpl->pWindow, width, height);
         SDL_SetWindowPosition(m_pImpl->pWindow, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED);
     }
     s_fullscreenPreference = goFullscreen;

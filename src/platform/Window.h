@@ -9,7 +9,8 @@ namespace platform
 // The game's one window with its OpenGL 2.1 compatibility context (double-buffered, no depth
 // buffer). Full screen covers the desktop and shows the game's display resolution scaled
 // into the largest centred area of the same shape (black bars elsewhere), so the desktop's
-// own mode is never touched; windowed mode opens a window of exactly the display size.
+// own mode is never touched; windowed mode opens a window of the display size, or of the
+// largest size of its shape that the desktop holds, with the picture scaled into it.
 class Window
 {
 public:

@@ -96,6 +96,7 @@ void Level::RebuildDisplayLists()
 {
     if (m_pRoot)
     {
+        m_pRoot->ForgetDisplayLists();
         m_pRoot->BuildDisplayLists();
     }
 }

@@ -54,7 +54,7 @@ public:
     // Gives the leaves their tile numbers, in the quadtree order of the level file, and
     // compiles their display lists from the tile set (QuadNode::LoadTileSet).
     void SetTiles(const std::vector<uint16_t>& p_tiles);
-    // After the OpenGL context was re-created.
+    // After the OpenGL context was re-created: the map's lists anew in the new context.
     void RebuildDisplayLists();
 
     // The player's ship (not owned). Add it with Add like any other ship.

@@ -363,6 +363,18 @@ uint16_t QuadNode::GetTile(int p_index) const
     return p_index >= 0 && p_index < NUM_TILES ? m_tiles[p_index] : 0;
 }
 
+void QuadNode::ForgetDisplayLists()
+{
+    m_displayList = 0;
+    if (!IsLeaf())
+    {
+        for (std::unique_ptr<QuadNode>& child : m_pChildren)
+        {
+            child->ForgetDisplayLists();
+        }
+    }
+}
+
 void QuadNode::BuildDisplayLists()
 {
     if (!IsLeaf())

@@ -65,6 +65,9 @@ public:
     static int TileIndex(int p_column, int p_row) { return p_column * LEAF_TILES + p_row; }
     // (Re)compiles the display lists of every leaf under this node from the tile set.
     void BuildDisplayLists();
+    // Drops the leaves' list numbers without deleting them: they went with the OpenGL context
+    // that held them, and in a new one the same numbers may belong to someone else.
+    void ForgetDisplayLists();
 
     // Draws the tiles of the leaves under this node that overlap p_view.
     void RenderTiles(const ViewRect* p_view) const;

@@ -10,6 +10,7 @@
 #include "support/GlFixture.h"
 #include "support/TestBitmaps.h"
 
+#include <SDL2/SDL.h>
 #include <gtest/gtest.h>
 
 using testsupport::MeanBrightness;
@@ -104,6 +105,42 @@ TEST_F(ApplicationTest, QuadOverTheLogicalScreenCoversTheDisplay)
     GLint viewport[4] = {0, 0, 0, 0};
     glGetIntegerv(GL_VIEWPORT, viewport);
     EXPECT_EQ(1, viewport[3]);
+}
+
+TEST_F(ApplicationTest, AWindowLargerThanTheDesktopShrinksToFitKeepingItsShape)
+{
+    ASSERT_TRUE(StartApplication());
+    SDL_Rect usable;
+    ASSERT_EQ(0, SDL_GetDisplayUsableBounds(0, &usable));
+    if (usable.w >= 1600 && usable.h >= 1200)
+    {
+        GTEST_SKIP() << "the desktop holds 1600 x 1200";
+    }
+    ASSERT_TRUE(m_app.ChangeResolution(1600, 1200));
+    EXPECT_EQ(1600, m_app.GetDisplayWidth());
+    int width = 0;
+    int height = 0;
+    SDL_GetWindowSize(static_cast<SDL_Window*>(m_app.GetWindow()->GetNativeHandle()), &width, &height);
+    EXPECT_LE(width, usable.w);
+    EXPECT_LE(height, usable.h);
+    EXPECT_TRUE(width == usable.w || height == usable.h) << width << " x " << height;
+    EXPECT_NEAR(4.0 / 3.0, static_cast<double>(width) / height, 0.01);
+    // The whole picture in the window: a quad over the logical screen reaches its corners.
+    int32_t x = 0;
+    int32_t y = 0;
+    int32_t w = 0;
+    int32_t h = 0;
+    m_app.GetWindow()->GetViewport(x, y, w, h);
+    EXPECT_EQ(0, x);
+    EXPECT_EQ(0, y);
+    EXPECT_EQ(width, w);
+    EXPECT_EQ(height, h);
+
+    // Back to a size the desktop holds: exactly that size again.
+    ASSERT_TRUE(m_app.ChangeResolution(800, 600));
+    SDL_GetWindowSize(static_cast<SDL_Window*>(m_app.GetWindow()->GetNativeHandle()), &width, &height);
+    EXPECT_EQ(800, width);
+    EXPECT_EQ(600, height);
 }
 
 TEST(FitViewportTest, LetterboxesOtherShapes)

@@ -1,8 +1,11 @@
 #include "app/ModeCode.h"
+#include "input/Action.h"
 #include "menus/InGameMenu.h"
 #include "menus/ObjectivesScreen.h"
+#include "menus/OptionsMenu.h"
 #include "pilot/CampaignLink.h"
 #include "platform/DikCodes.h"
+#include "support/WorkDir.h"
 #include "ui/Button.h"
 #include "ui/UiInput.h"
 
@@ -110,7 +113,7 @@ TEST(InGameMenuTest, ButtonsSitOnThePanelOneAndAHalfHeightsApart)
     UiInput ui;
     InGameMenu menu(&ui.cursor);
     ASSERT_EQ(InGameMenu::NUM_BUTTONS, menu.GetNumInputObjects());
-    const char* const captions[] = {"Objectives", "Main Menu", "Exit"};
+    const char* const captions[] = {"Objectives", "Options", "Main Menu", "Exit"};
     const double panelMiddle = static_cast<int32_t>(menu.GetBackgroundX()) + menu.GetBackground().GetWidth() / 2;
     for (int32_t i = 0; i < InGameMenu::NUM_BUTTONS; ++i)
     {
@@ -175,4 +178,59 @@ TEST(InGameMenuTest, ButtonsShowTheObjectivesLeaveForTheMenusOrQuit)
     bare.SetVisible(true);
     EXPECT_EQ(MODECODE_STAY, ClickButton(ui, bare, InGameMenu::BUTTON_OBJECTIVES));
     EXPECT_FALSE(bare.IsShowingObjectives());
+}
+
+// Runs in a folder of its own: the options write config.ini.
+class InGameOptionsTest : public testsupport::WorkDirTest
+{
+};
+
+TEST_F(InGameOptionsTest, OptionsOverTheMissionReturnToTheButtonsWithTheNewKeyInEffect)
+{
+    PreGameMenu::ForgetFirstButton();
+    UiInput ui;
+    InGameMenu menu(&ui.cursor);
+    menu.SetVisible(true);
+
+    EXPECT_EQ(MODECODE_STAY, ClickButton(ui, menu, InGameMenu::BUTTON_OPTIONS));
+    OptionsMenu* options = menu.GetOptions();
+    ASSERT_NE(nullptr, options);
+    // Until its buttons have dropped in (6 s), then "Controls" and the box of SHOOT_FORWARD.
+    for (int frame = 0; frame < 300; ++frame)
+    {
+        Frame(ui, menu);
+    }
+    ASSERT_EQ(PreGameMenu::STATE_OPEN, options->GetState());
+    const auto click = [&](int32_t p_x, int32_t p_y) {
+        Frame(ui, menu, p_x, p_y, false);
+        Frame(ui, menu, p_x, p_y, true);
+        return Frame(ui, menu, p_x, p_y, false);
+    };
+    click(80, 230 + 70 * OptionsMenu::BUTTON_CONTROLS);
+    EXPECT_EQ(OptionsMenu::SCREEN_CONTROLS, options->GetCurrentScreen());
+    click(600, 165);
+    ui.input.KeyDown(DIK_Q);
+    Frame(ui, menu);
+    ui.input.KeyUp(DIK_Q);
+    Frame(ui, menu);
+
+    // "Cancel": the buttons under the options take no clicks while they fall.
+    EXPECT_EQ(MODECODE_STAY, click(80, 230 + 70 * OptionsMenu::BUTTON_CANCEL));
+    EXPECT_EQ(PreGameMenu::STATE_CLOSING, options->GetState());
+    EXPECT_EQ(MODECODE_STAY, ClickButton(ui, menu, InGameMenu::BUTTON_EXIT));
+    for (int frame = 0; frame < 40 && menu.GetOptions() != nullptr; ++frame)
+    {
+        Frame(ui, menu);
+    }
+    EXPECT_EQ(nullptr, menu.GetOptions()) << "the options are gone once their buttons fell (0.7 s)";
+    EXPECT_TRUE(menu.IsVisible());
+    EXPECT_EQ(MODECODE_QUIT, ClickButton(ui, menu, InGameMenu::BUTTON_EXIT));
+
+    // Q now fires the forward weapon, W no longer does.
+    ui.input.KeyDown(DIK_W);
+    ui.input.Poll();
+    EXPECT_FALSE(ui.input->WasPressed(SHOOT_FORWARD));
+    ui.input.KeyDown(DIK_Q);
+    ui.input.Poll();
+    EXPECT_TRUE(ui.input->WasPressed(SHOOT_FORWARD));
 }

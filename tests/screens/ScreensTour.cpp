@@ -12,6 +12,7 @@
 #include "e2e/GameProcess.h"
 #include "menus/InGameMenu.h"
 #include "menus/MainMenu.h"
+#include "menus/OptionsMenu.h"
 #include "menus/MenuMode.h"
 #include "menus/PreGameMenu.h"
 #include "menus/SinglePlayerMenu.h"
@@ -196,6 +197,20 @@ TEST_F(ScreensTour, EveryScreen)
         hands.Tap(KEY_SPACE);
         RunUntil(game, [&game] { return MenuOpen<MainMenu>(game); }, "the title menu");
         Shot(game, "02-title");
+
+        // The options' four screens, one button each, then "Cancel".
+        hands.Click(place::TITLE_OPTIONS);
+        RunUntil(game, [&game] { return MenuOpen<OptionsMenu>(game); }, "the options menu");
+        const char* const optionScreens[] = {"11-options-gameplay", "12-options-controls", "13-options-video",
+                                             "14-options-audio"};
+        for (int screen = 0; screen < 4; ++screen)
+        {
+            hands.Click(place::MenuButton(screen));
+            Frames(game, 5);
+            Shot(game, optionScreens[screen]);
+        }
+        hands.Click(place::MenuButton(OptionsMenu::BUTTON_CANCEL));
+        RunUntil(game, [&game] { return MenuOpen<MainMenu>(game); }, "the title menu after the options");
 
         hands.Click(place::TITLE_SINGLE);
         RunUntil(game, [&game] { return MenuOpen<SinglePlayerMenu>(game); }, "the pilot menu");

@@ -1,9 +1,12 @@
 // A small level drawn through the camera under Xvfb at three headings, checked pixel by
 // pixel. Set KORVATH_TEST_SCREENSHOT_DIR to keep the frames as PNG files.
 
+#include "app/Mode.h"
 #include "app/Renderer.h"
 #include "gfx/Animation.h"
 #include "gfx/Camera.h"
+#include "gfx/Image.h"
+#include "platform/Gl.h"
 #include "platform/Window.h"
 #include "sim/Level.h"
 #include "sim/QuadNode.h"
@@ -14,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <memory>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -207,4 +211,66 @@ TEST_F(LevelRenderTest, FollowedShipStaysBelowTheCentrePointingUp)
     const Vector2 corner = camera.WorldToScreen(ship.GetX(), ship.GetY());
     EXPECT_FALSE(Near(SHIP, ReadPixel(static_cast<int>(corner.x + 16), static_cast<int>(corner.y + 20)), 60));
     EXPECT_EQ(3, nearby->m_draws);
+}
+
+namespace
+{
+// What the mission does after the display was made anew: the map's lists again.
+class LevelMode : public Mode
+{
+public:
+    explicit LevelMode(Level& p_level) : m_level(p_level) {}
+    bool Initialize() override { return true; }
+    bool Shutdown() override { return true; }
+    int32_t Update(float) override { return 6; }
+    bool Render() override { return true; }
+    bool HandleInput(InputSystem*) override { return true; }
+    void OnDisplayReset() override { m_level.RebuildDisplayLists(); }
+
+private:
+    Level& m_level;
+};
+} // namespace
+
+TEST_F(LevelRenderTest, ANewDisplayKeepsTheMapAndEveryPicture)
+{
+    ASSERT_TRUE(StartApplication());
+    ASSERT_TRUE(testsupport::WriteSolidBitmap("tile000.bmp", TILE, TILE, 20, 30, 90, 24));
+    ASSERT_TRUE(testsupport::WriteSolidBitmap("tile001.bmp", TILE, TILE, 90, 90, 90, 24));
+    Camera camera;
+    Level level;
+    ASSERT_TRUE(level.Create(MAP_SIZE, TILE, TILE, &camera));
+    ASSERT_TRUE(QuadNode::LoadTileSet("tile000.bmp", 2));
+    std::vector<uint16_t> tiles;
+    AppendQuadtreeOrder(0, 0, MAP_SIZE, tiles);
+    level.SetTiles(tiles);
+    // Pictures made after the map (a menu opened over the mission), many enough that the new
+    // context hands their lists the numbers the map's lists had in the old one.
+    std::vector<std::unique_ptr<Image>> pictures;
+    for (int i = 0; i < 200; ++i)
+    {
+        pictures.push_back(std::make_unique<Image>());
+        pictures.back()->Reset();
+    }
+    LevelMode mode(level);
+    m_app.SetMode(&mode);
+
+    ASSERT_TRUE(m_app.ChangeResolution(1024, 768));
+    for (size_t i = 0; i < pictures.size(); ++i)
+    {
+        EXPECT_EQ(GL_TRUE, glIsList(pictures[i]->GetDisplayList())) << "picture " << i;
+    }
+    Animation lookout;
+    lookout.Init(1, 1.0f, true);
+    lookout.SetPosition(2020.0f, 2020.0f);
+    camera.Follow(&lookout);
+    m_app.GetRenderer()->BeginFrame();
+    camera.Apply();
+    ASSERT_TRUE(level.Render());
+    ExpectColorAt(TILE_COLORS[1], camera.WorldToScreen(15 * TILE + 64, 14 * TILE + 64), "stripe");
+    ExpectColorAt(TILE_COLORS[0], camera.WorldToScreen(16 * TILE + 64, 14 * TILE + 64), "tile");
+    glLoadIdentity();
+    pictures.back()->Draw(10.0, 10.0, 0.0, false);
+    EXPECT_EQ(255, ReadPixel(50, 50).g);
+    m_app.SetMode(nullptr);
 }
