@@ -1,9 +1,11 @@
 #include "app/DevOptions.h"
 #include "app/Game.h"
+#include "input/InputRecorder.h"
 #include "input/InputScript.h"
 #include "platform/Window.h"
 
 #include <cstdio>
+#include <ctime>
 
 int main(int argc, char** argv)
 {
@@ -25,6 +27,28 @@ int main(int argc, char** argv)
             std::fprintf(stderr, "korvath: KORVATH_INPUT_SCRIPT: %s\n", error.c_str());
             return 2;
         }
+        // A recording replays with the random numbers it was made with.
+        if (g_inputScript.HasSeed())
+        {
+            g_devOptions.hasSeed = true;
+            g_devOptions.seed = g_inputScript.GetSeed();
+        }
+    }
+    if (!g_devOptions.record.empty())
+    {
+        // The clock's seed would differ at the replay: the session keeps one seed and the
+        // recording says which.
+        if (!g_devOptions.hasSeed)
+        {
+            g_devOptions.hasSeed = true;
+            g_devOptions.seed = static_cast<uint32_t>(std::time(nullptr));
+        }
+        std::string error;
+        if (!g_inputRecorder.Open(g_devOptions.record, g_devOptions.seed, error))
+        {
+            std::fprintf(stderr, "korvath: KORVATH_RECORD: %s\n", error.c_str());
+            return 2;
+        }
     }
     platform::Window::SetFullscreenPreference(!g_devOptions.windowed);
 
@@ -37,6 +61,7 @@ int main(int argc, char** argv)
             game.Run();
         }
         code = game.Shutdown();
+        g_inputRecorder.Close();
         // A game that could not start says so in its exit code as well as in its messages.
         if (!started)
         {
