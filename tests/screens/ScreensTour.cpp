@@ -36,7 +36,7 @@ namespace place = e2e::place;
 
 namespace
 {
-constexpr uint32_t SEED = 4242;
+constexpr uint32_t SEED = 2026;
 constexpr uint8_t KEY_SPACE = 0x39;
 constexpr uint8_t KEY_ESCAPE = 0x01;
 constexpr int64_t WAIT_LIMIT = 40000;
@@ -110,7 +110,9 @@ protected:
                 break;
             }
         }
-        ADD_FAILURE() << "never came: " << p_what << " (frame " << p_game.GetFrame() << ", mode " << p_game.GetGame().GetModeCode() << ")";
+        ADD_FAILURE() << "never came: " << p_what << " (frame " << p_game.GetFrame() << ", mode "
+                      << p_game.GetGame().GetModeCode() << (m_pBot != nullptr ? ", the bot: " + m_pBot->GetDoing() : "")
+                      << ")";
         return false;
     }
     void Frames(e2e::InProcessGame& p_game, int p_count)
