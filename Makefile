@@ -13,7 +13,7 @@ FUZZ_SECONDS ?= 10
 # Rebuilds reuse earlier compilations when ccache is installed.
 CCACHE      := $(if $(shell command -v ccache),-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
 
-.PHONY: all deps build data contact-sheet play test test-asan fuzz bench clean
+.PHONY: all deps build data contact-sheet screens play test test-asan fuzz bench soak clean
 
 all: build
 
@@ -41,6 +41,15 @@ data: build
 # build/contact-sheet.png. CONTACT_SHEET_FLAGS passes options (--match TEXT, --zoom N, ...).
 contact-sheet: data
 	$(BUILD_DIR)/tools/contactsheet/korvath-contactsheet $(GAME_DIR) $(BUILD_DIR)/contact-sheet.png $(CONTACT_SHEET_FLAGS)
+
+# A tour of every screen of the game, played in the game's own code with scripted hands:
+# one PNG per screen in build/screens/ and all of them on build/screens.png.
+screens: data
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target korvath_screens
+	rm -f $(BUILD_DIR)/screens/*.png
+	mkdir -p $(BUILD_DIR)/screens
+	KORVATH_SCREENS_DIR=$(CURDIR)/$(BUILD_DIR)/screens $(TEST_ENV) $(XVFB) $(BUILD_DIR)/tests/korvath_screens
+	$(BUILD_DIR)/tools/contactsheet/korvath-contactsheet $(BUILD_DIR)/screens $(BUILD_DIR)/screens.png --png --cell 480 --width 2000
 
 play: data
 	cd $(GAME_DIR) && ../korvath $(ARGS)
@@ -72,6 +81,13 @@ bench: build
 		echo "== $$b"; \
 		$(TEST_ENV) $(XVFB) $$b || exit 1; \
 	done
+
+# Thirty minutes of game time of the hive mission, headless and as fast as it runs, a bot at
+# the controls: resident memory, heap and the world's objects every game minute. SOAK_FLAGS
+# passes options (--minutes N, --every SECONDS, --seed N, --mission NAME).
+SOAK_FLAGS ?=
+soak: data
+	cd $(GAME_DIR) && ../tools/soak/korvath-soak --minutes 30 $(SOAK_FLAGS)
 
 clean:
 	rm -rf $(BUILD_DIR) $(ASAN_DIR) $(FUZZ_DIR)

@@ -3,6 +3,7 @@
 // the figure to watch is the ratio printed at the end, which is stable across machines in a
 // way that raw times are not.
 
+#include "BenchReporter.h"
 #include "app/Application.h"
 #include "app/Renderer.h"
 #include "gfx/Font.h"
@@ -79,23 +80,6 @@ void BM_Frame2000Images200Lines(benchmark::State& p_state)
 }
 BENCHMARK(BM_Frame2000Images200Lines)->Unit(benchmark::kMicrosecond)->MinTime(2.0);
 
-// Remembers each benchmark's time per iteration so that the ratio can be printed.
-class RatioReporter : public benchmark::ConsoleReporter
-{
-public:
-    RatioReporter() : ConsoleReporter(OO_Tabular) {}
-
-    void ReportRuns(const std::vector<Run>& p_runs) override
-    {
-        for (const Run& run : p_runs)
-        {
-            m_times[run.run_name.function_name] = run.GetAdjustedRealTime();
-        }
-        ConsoleReporter::ReportRuns(p_runs);
-    }
-    std::map<std::string, double> m_times;
-};
-
 bool WriteSprite(const char* p_name, uint8_t p_red, uint8_t p_green, uint8_t p_blue)
 {
     const int size = 32;
@@ -139,13 +123,22 @@ int main(int argc, char** argv)
         return 1;
     }
     s_app = &app;
-    RatioReporter reporter;
+    bench::RecordingReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
-    const double empty = reporter.m_times["BM_EmptyFrame"];
-    const double busy = reporter.m_times["BM_Frame2000Images200Lines"];
+    // Each benchmark's real time per frame.
+    std::map<std::string, double> times;
+    for (const benchmark::BenchmarkReporter::Run& run : reporter.GetRuns())
+    {
+        if (run.run_type == benchmark::BenchmarkReporter::Run::RT_Iteration && !run.error_occurred)
+        {
+            times[run.run_name.function_name] = run.GetAdjustedRealTime();
+        }
+    }
+    const double empty = times["BM_EmptyFrame"];
+    const double busy = times["BM_Frame2000Images200Lines"];
     if (empty > 0.0 && busy > 0.0)
     {
-        std::printf("frame with 2,000 images and 200 lines of text costs %.1f empty frames\n", busy / empty);
+        std::fprintf(stderr, "frame with 2,000 images and 200 lines of text costs %.1f empty frames\n", busy / empty);
     }
     app.Shutdown();
     std::error_code error;

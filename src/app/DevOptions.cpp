@@ -155,6 +155,22 @@ void DevOptions::Parse(int p_argc, const char* const* p_argv, const char* (*p_ge
         // Read and checked by main before the game starts.
         inputScript = value;
     }
+    if (const char* value = p_getenv("KORVATH_RECORD"); value != nullptr && value[0] != '\0')
+    {
+        // Opened by main before the game starts.
+        record = value;
+    }
+    if (const char* value = p_getenv("KORVATH_DRAW_ONLY_SCREENSHOTS"); value != nullptr && value[0] != '\0')
+    {
+        if (std::strcmp(value, "1") != 0 && std::strcmp(value, "0") != 0)
+        {
+            errors.push_back(std::string("KORVATH_DRAW_ONLY_SCREENSHOTS must be 1 or 0, not ") + value);
+        }
+        else
+        {
+            drawOnlyScreenshots = value[0] == '1';
+        }
+    }
     if (const char* value = p_getenv("KORVATH_EXIT_AFTER"); value != nullptr && value[0] != '\0')
     {
         int64_t frames = 0;
@@ -167,6 +183,11 @@ void DevOptions::Parse(int p_argc, const char* const* p_argv, const char* (*p_ge
             exitAfter = frames;
         }
     }
+}
+
+bool DevOptions::IsDrawnFrame(int64_t p_frame) const
+{
+    return !drawOnlyScreenshots || IsScreenshotFrame(p_frame);
 }
 
 bool DevOptions::IsScreenshotFrame(int64_t p_frame) const

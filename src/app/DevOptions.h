@@ -18,6 +18,10 @@ struct DevOptions
     std::vector<int64_t> screenshotFrames; // KORVATH_SCREENSHOT_AT: frames (from 1) to save
     int64_t exitAfter = 0;              // KORVATH_EXIT_AFTER: frames, 0 = never
     std::string inputScript;            // KORVATH_INPUT_SCRIPT: a file of input events to replay
+    std::string record;                 // KORVATH_RECORD: the file the session's input is written to
+    // KORVATH_DRAW_ONLY_SCREENSHOTS: frames not saved as screenshots are played but not drawn,
+    // for long scripted runs; the game goes exactly as it would drawn.
+    bool drawOnlyScreenshots = false;
     std::vector<std::string> errors;    // what could not be understood
 
     // Reads argv and the environment. Unknown or malformed values are listed in `errors`.
@@ -26,6 +30,8 @@ struct DevOptions
     void Parse(int p_argc, const char* const* p_argv, const char* (*p_getenv)(const char*));
 
     bool IsScreenshotFrame(int64_t p_frame) const;
+    // Whether frame p_frame is drawn at all.
+    bool IsDrawnFrame(int64_t p_frame) const;
     // "screenshot-000042.png"
     static std::string ScreenshotName(int64_t p_frame);
 };

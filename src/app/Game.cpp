@@ -6,6 +6,7 @@
 #include "app/Renderer.h"
 #include "gfx/Font.h"
 #include "gfx/FontList.h"
+#include "input/InputRecorder.h"
 #include "input/InputScript.h"
 #include "input/InputSystem.h"
 #include "menus/Menu.h"
@@ -169,6 +170,7 @@ bool Game::RunFrame()
 {
     ++m_frame;
     bool quit = false;
+    g_inputRecorder.BeginFrame(m_frame);
     // A replayed run's events of this frame; its "quit" is a click on the close button, its
     // Alt+Enter the same as the keyboard's.
     const InputScript::Requests requests = g_inputScript.BeginFrame(m_frame);
@@ -188,16 +190,16 @@ bool Game::RunFrame()
         }
         else
         {
+            if (m_msg.type == platform::MessageType::Close)
+            {
+                g_inputRecorder.Quit();
+            }
             WindowProc(m_msg);
         }
     }
 
-    float dt = m_timer.GetElapsed();
-    if (g_devOptions.fixedDt > 0.0)
-    {
-        dt = static_cast<float>(g_devOptions.fixedDt);
-    }
-    dt = ClampFrameTime(dt);
+    const float dt = FrameTime();
+    g_inputRecorder.FrameTime(dt);
 
     const int32_t code = m_pMode ? m_pMode->Update(dt) : MODECODE_STAY;
     if (!ApplyModeCode(code))
@@ -205,20 +207,14 @@ bool Game::RunFrame()
         quit = true;
     }
 
-    m_pRenderer->BeginFrame();
-    if (m_pMode)
+    if (g_devOptions.IsDrawnFrame(m_frame))
     {
-        m_pMode->Render();
+        DrawFrame();
     }
-    if (g_devOptions.IsScreenshotFrame(m_frame) && m_pWindow)
+    else if (m_pMode)
     {
-        const std::string name = DevOptions::ScreenshotName(m_frame);
-        if (!m_pWindow->SaveScreenshot(name.c_str()))
-        {
-            std::fprintf(stderr, "Korvath: could not save %s\n", name.c_str());
-        }
+        m_pMode->PassUndrawnFrame();
     }
-    m_pRenderer->EndFrame();
 
     if (m_pInput)
     {
@@ -233,6 +229,41 @@ bool Game::RunFrame()
         quit = true;
     }
     return !quit;
+}
+
+float Game::FrameTime()
+{
+    // The timer is read every frame, so that real time goes on counting from the last frame.
+    float dt = m_timer.GetElapsed();
+    if (g_devOptions.fixedDt > 0.0)
+    {
+        dt = static_cast<float>(g_devOptions.fixedDt);
+    }
+    // A replayed recording gives each frame the time it had.
+    float scripted = 0.0f;
+    if (g_inputScript.GetFrameTime(m_frame, scripted))
+    {
+        dt = scripted;
+    }
+    return ClampFrameTime(dt);
+}
+
+void Game::DrawFrame()
+{
+    m_pRenderer->BeginFrame();
+    if (m_pMode)
+    {
+        m_pMode->Render();
+    }
+    if (g_devOptions.IsScreenshotFrame(m_frame) && m_pWindow)
+    {
+        const std::string name = DevOptions::ScreenshotName(m_frame);
+        if (!m_pWindow->SaveScreenshot(name.c_str()))
+        {
+            std::fprintf(stderr, "Korvath: could not save %s\n", name.c_str());
+        }
+    }
+    m_pRenderer->EndFrame();
 }
 
 bool Game::Run()

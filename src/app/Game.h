@@ -46,6 +46,11 @@ protected:
     void StartDeveloperMission();
 
 private:
+    // This frame's time step: measured, fixed by KORVATH_FIXED_DT or given by the input script.
+    float FrameTime();
+    // The current mode drawn and shown, and saved when the frame is a screenshot frame.
+    void DrawFrame();
+
     int32_t m_modeCode;
     std::unique_ptr<Mode> m_pMode;
     Timer m_timer;

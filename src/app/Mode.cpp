@@ -56,3 +56,5 @@ Mode::~Mode()
 }
 
 void Mode::OnDisplayReset() {}
+
+void Mode::PassUndrawnFrame() {}

@@ -25,6 +25,9 @@ public:
     virtual bool HandleInput(InputSystem* p_input) = 0;
     // After the window and the OpenGL context were re-created.
     virtual void OnDisplayReset();
+    // In place of Render for a frame that is played but not drawn: whatever drawing would have
+    // changed in the game happens all the same, so an undrawn frame plays out as a drawn one.
+    virtual void PassUndrawnFrame();
 
     // The one mouse cursor, loaded by the first mode made and kept for the whole run.
     static Cursor s_cursor;

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <sstream>
 
 InputScript g_inputScript;
@@ -78,6 +79,24 @@ bool ParseNumber(const std::string& p_word, int64_t p_min, int64_t p_max, int64_
     return true;
 }
 
+// Seconds of a frame's time step: more than 0, at most the longest frame the game allows.
+bool ParseSeconds(const std::string& p_word, float& p_seconds)
+{
+    if (p_word.empty() || p_word.size() > 32)
+    {
+        return false;
+    }
+    errno = 0;
+    char* end = nullptr;
+    const float value = std::strtof(p_word.c_str(), &end);
+    if (errno != 0 || end != p_word.c_str() + p_word.size() || !(value > 0.0f) || value > InputScript::MAX_FRAME_SECONDS)
+    {
+        return false;
+    }
+    p_seconds = value;
+    return true;
+}
+
 bool ParseUpDown(const std::string& p_word, bool& p_down)
 {
     const std::string word = Lower(p_word);
@@ -91,8 +110,8 @@ bool ParseUpDown(const std::string& p_word, bool& p_down)
 } // namespace
 
 InputScript::InputScript()
-    : m_pDevices(std::make_unique<ScriptedRawInput>()), m_next(0), m_joystickCount(0), m_loaded(false),
-      m_leftAlt(false), m_rightAlt(false)
+    : m_pDevices(std::make_unique<ScriptedRawInput>()), m_hasSeed(false), m_seed(0), m_next(0), m_joystickCount(0),
+      m_loaded(false), m_leftAlt(false), m_rightAlt(false)
 {
 }
 
@@ -100,6 +119,9 @@ void InputScript::Clear()
 {
     m_pDevices = std::make_unique<ScriptedRawInput>();
     m_events.clear();
+    m_frameTimes.clear();
+    m_hasSeed = false;
+    m_seed = 0;
     m_next = 0;
     m_joystickCount = 0;
     m_loaded = false;
@@ -155,6 +177,16 @@ bool InputScript::ParseLine(const std::vector<std::string>& p_words, Event& p_ev
     if (what == "quit" && count == 2)
     {
         p_event.kind = Kind::Quit;
+        return true;
+    }
+    if (what == "dt" && count == 3)
+    {
+        if (!ParseSeconds(p_words[2], p_event.seconds))
+        {
+            p_error = "a frame's time must be seconds above 0 and at most 5, not \"" + p_words[2] + "\"";
+            return false;
+        }
+        p_event.kind = Kind::FrameTime;
         return true;
     }
     if (what == "key" && count == 4)
@@ -268,6 +300,9 @@ bool InputScript::Parse(const std::string& p_text, std::string& p_error)
 {
     Clear();
     std::vector<Event> events;
+    std::map<int64_t, float> frameTimes;
+    bool hasSeed = false;
+    uint32_t seed = 0;
     int32_t joysticks = 0;
     size_t start = 0;
     int64_t lineNumber = 0;
@@ -285,12 +320,29 @@ bool InputScript::Parse(const std::string& p_text, std::string& p_error)
         {
             continue;
         }
+        if (Lower(words[0]) == "seed")
+        {
+            int64_t value = 0;
+            if (words.size() != 2 || !ParseNumber(words[1], 0, UINT32_MAX, value))
+            {
+                p_error = "line " + std::to_string(lineNumber) + ": seed needs one whole number from 0 to 4294967295";
+                return false;
+            }
+            hasSeed = true;
+            seed = static_cast<uint32_t>(value);
+            continue;
+        }
         Event event;
         std::string error;
         if (!ParseLine(words, event, error))
         {
             p_error = "line " + std::to_string(lineNumber) + ": " + error;
             return false;
+        }
+        if (event.kind == Kind::FrameTime)
+        {
+            frameTimes[event.frame] = event.seconds;
+            continue;
         }
         if (event.kind == Kind::JoyAxis || event.kind == Kind::JoyButton)
         {
@@ -303,6 +355,9 @@ bool InputScript::Parse(const std::string& p_text, std::string& p_error)
                      [](const Event& p_a, const Event& p_b) { return p_a.frame < p_b.frame; });
 
     m_events = std::move(events);
+    m_frameTimes = std::move(frameTimes);
+    m_hasSeed = hasSeed;
+    m_seed = seed;
     m_joystickCount = joysticks;
     for (int32_t j = 0; j < joysticks; ++j)
     {
@@ -348,6 +403,8 @@ InputScript::Requests InputScript::BeginFrame(int64_t p_frame)
         case Kind::Quit:
             requests.quit = true;
             break;
+        case Kind::FrameTime:
+            break;
         }
     }
     return requests;
@@ -367,4 +424,15 @@ void InputScript::NoteKey(uint8_t p_code, bool p_down, Requests& p_requests)
     {
         p_requests.toggleFullScreen = true;
     }
+}
+
+bool InputScript::GetFrameTime(int64_t p_frame, float& p_seconds) const
+{
+    const auto found = m_frameTimes.find(p_frame);
+    if (found == m_frameTimes.end())
+    {
+        return false;
+    }
+    p_seconds = found->second;
+    return true;
 }

@@ -3,6 +3,7 @@
 #include "input/ScriptedRawInput.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,6 +19,8 @@
 //   FRAME joy J axis A VALUE            A 0..7, VALUE 0..65535 (32767 at rest)
 //   FRAME joy J button B down|up        B 0..127
 //   FRAME quit                          as if the window's close button were clicked
+//   FRAME dt SECONDS                    the frame's time step instead of the measured one
+//   seed N                              the random numbers' seed, as KORVATH_SEED gives it
 //
 // A key ENTER or NUMPADENTER going down while LALT or RALT is held is Alt+Enter, which
 // switches between full screen and a window as it does on the real keyboard.
@@ -30,6 +33,8 @@ class InputScript
 {
 public:
     static constexpr int32_t MAX_JOYSTICKS = 16;
+    // The longest time step a frame can be given: the game never takes a longer one.
+    static constexpr float MAX_FRAME_SECONDS = 5.0f;
 
     InputScript();
 
@@ -52,6 +57,10 @@ public:
     // Applies the events of every frame up to p_frame not yet applied.
     Requests BeginFrame(int64_t p_frame);
     size_t GetEventCount() const { return m_events.size(); }
+    // The time step the script gives frame p_frame, if it gives one.
+    bool GetFrameTime(int64_t p_frame, float& p_seconds) const;
+    bool HasSeed() const { return m_hasSeed; }
+    uint32_t GetSeed() const { return m_seed; }
 
 private:
     enum class Kind
@@ -63,6 +72,7 @@ private:
         JoyAxis,
         JoyButton,
         Quit,
+        FrameTime,
     };
     struct Event
     {
@@ -71,6 +81,7 @@ private:
         int32_t a = 0; // key code, dx, button, wheel amount or controller
         int32_t b = 0; // dy, axis or controller button
         int32_t c = 0; // axis value
+        float seconds = 0.0f; // a frame's time step
         bool down = false;
     };
 
@@ -80,6 +91,9 @@ private:
 
     std::unique_ptr<ScriptedRawInput> m_pDevices;
     std::vector<Event> m_events;
+    std::map<int64_t, float> m_frameTimes;
+    bool m_hasSeed;
+    uint32_t m_seed;
     size_t m_next;
     int32_t m_joystickCount;
     bool m_loaded;

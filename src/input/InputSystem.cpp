@@ -1,7 +1,9 @@
 #include "input/InputSystem.h"
 
 #include "input/ControlsConfig.h"
+#include "input/InputRecorder.h"
 #include "input/InputScript.h"
+#include "input/RecordingRawInput.h"
 #include "platform/RawInput.h"
 #include "platform/System.h"
 
@@ -15,6 +17,12 @@ InputSystem::InputSystem(platform::Window* p_window) : m_pDirectInput(nullptr)
     {
         m_pOwnedInput = platform::CreateRawInput();
         m_pDirectInput = m_pOwnedInput.get();
+    }
+    // A recorded session reads the same devices through the recorder.
+    if (g_inputRecorder.IsOpen() && m_pDirectInput != nullptr)
+    {
+        m_pRecordingInput = std::make_unique<RecordingRawInput>(m_pDirectInput, g_inputRecorder);
+        m_pDirectInput = m_pRecordingInput.get();
     }
     SetUp(p_window);
 }
@@ -45,6 +53,7 @@ InputSystem::~InputSystem()
     m_pKeyboard.reset();
     m_pMouse.reset();
     m_pJoystick.reset();
+    m_pRecordingInput.reset();
     m_pOwnedInput.reset();
 }
 

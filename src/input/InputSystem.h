@@ -68,6 +68,8 @@ private:
     const Binding* Find(int32_t p_action) const;
 
     std::unique_ptr<platform::RawInput> m_pOwnedInput;
+    // Between the devices and the input system while a session is recorded.
+    std::unique_ptr<platform::RawInput> m_pRecordingInput;
     platform::RawInput* m_pDirectInput;
     std::unique_ptr<Keyboard> m_pKeyboard;
     std::unique_ptr<Mouse> m_pMouse;

@@ -10,21 +10,35 @@
 #include "sim/PlayerShip.h"
 #include "sound/Sound.h"
 
-Campaign g_campaign;
+Campaign g_campaign(nullptr, Campaign::Start::WHEN_FIRST_NEEDED);
 
 namespace
 {
 constexpr size_t FOLDER_LENGTH = std::string_view("Campaign/").size();
 } // namespace
 
-Campaign::Campaign(const char* p_fileName)
+Campaign::Campaign(const char* p_fileName, Start p_start)
     : m_fileName(p_fileName != nullptr ? p_fileName : DEFAULT_FILE),
       m_pPreviousLink(g_pCampaignLink),
-      m_pPreviousRegistry(g_pNameRegistry)
+      m_pPreviousRegistry(g_pNameRegistry),
+      m_firstMissionPending(p_start == Start::WHEN_FIRST_NEEDED)
 {
     g_pCampaignLink = this;
     g_pNameRegistry = &m_namedObjects;
-    Reset();
+    if (!m_firstMissionPending)
+    {
+        Reset();
+    }
+}
+
+void Campaign::ReadFirstMissionIfPending() const
+{
+    if (m_firstMissionPending)
+    {
+        // Only the game's own campaign starts pending, and it is not const: the mission read
+        // now is the one it would have read at start, unless the file changed since.
+        const_cast<Campaign*>(this)->Reset();
+    }
 }
 
 Campaign::~Campaign()
@@ -87,6 +101,7 @@ void Campaign::SetMission(const char* p_name)
     }
     // The name may be one of this campaign's own texts, which the clearing frees.
     const std::string name = p_name;
+    m_firstMissionPending = false;
     ClearMission();
     m_missionName = name;
     const char* section = m_missionName.c_str();
@@ -152,6 +167,7 @@ void Campaign::SetMission(const char* p_name)
 
 bool Campaign::AdvanceMission()
 {
+    ReadFirstMissionIfPending();
     if (m_nextMission && EqualsNoCase(*m_nextMission, END_OF_CAMPAIGN))
     {
         return false;
@@ -178,6 +194,7 @@ Condition* Campaign::FindObjective(int32_t p_id)
 
 bool Campaign::UpdateObjectives()
 {
+    ReadFirstMissionIfPending();
     if (m_pMission == nullptr)
     {
         return false;
@@ -203,6 +220,7 @@ bool Campaign::UpdateObjectives()
 
 int32_t Campaign::GetStatus()
 {
+    ReadFirstMissionIfPending();
     UpdateObjectives();
     for (const auto& condition : m_winConditions)
     {
@@ -227,6 +245,7 @@ int32_t Campaign::GetStatus()
 
 void Campaign::RunActions(const char* p_label)
 {
+    ReadFirstMissionIfPending();
     if (p_label == nullptr || std::string_view(p_label) == "-")
     {
         return;
@@ -249,6 +268,7 @@ void Campaign::RunActions(const char* p_label)
 
 void Campaign::RunAction(const char* p_text)
 {
+    ReadFirstMissionIfPending();
     if (p_text == nullptr)
     {
         return;
@@ -313,6 +333,7 @@ void Campaign::RunAction(const char* p_text)
 
 void Campaign::AddObjectiveText(const char* p_text, int32_t p_id, bool p_showNow)
 {
+    ReadFirstMissionIfPending();
     if (p_text == nullptr)
     {
         return;
@@ -326,6 +347,7 @@ void Campaign::AddObjectiveText(const char* p_text, int32_t p_id, bool p_showNow
 
 void Campaign::FillObjectivesScreen(ObjectivesScreen& p_screen) const
 {
+    ReadFirstMissionIfPending();
     if (m_objectiveTexts.empty())
     {
         p_screen.AddObjective(NO_OBJECTIVES, 0);

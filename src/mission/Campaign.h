@@ -51,10 +51,19 @@ public:
     // The longest action key (label, "_", number) that is read.
     static constexpr size_t MAX_ACTION_KEY = 127;
 
+    // When the first mission is read: at once, or when something first asks for the current
+    // mission (the game's own campaign is built before main, when no file may be read, and a
+    // big campaign file must not hold up the window).
+    enum class Start
+    {
+        NOW,
+        WHEN_FIRST_NEEDED
+    };
+
     // Reads p_fileName (null: DEFAULT_FILE) and sets its first mission. The campaign becomes
     // g_pCampaignLink and its registry g_pNameRegistry; destroying it gives both back to
     // what they were, if they are still its own.
-    explicit Campaign(const char* p_fileName = nullptr);
+    explicit Campaign(const char* p_fileName = nullptr, Start p_start = Start::NOW);
     ~Campaign() override;
     Campaign(const Campaign&) = delete;
     Campaign& operator=(const Campaign&) = delete;
@@ -89,10 +98,26 @@ public:
     void SetMissionLink(MissionLink* p_mission) { m_pMission = p_mission; }
     MissionLink* GetMissionLink() const { return m_pMission; }
 
-    const char* GetLevelFile() const { return m_levelFile.c_str(); }
-    const char* GetBriefing() const { return m_briefing.c_str(); }
-    const char* GetShopFile() const { return m_shopFile.c_str(); }
-    const char* GetMissionName() const override { return m_missionName.c_str(); }
+    const char* GetLevelFile() const
+    {
+        ReadFirstMissionIfPending();
+        return m_levelFile.c_str();
+    }
+    const char* GetBriefing() const
+    {
+        ReadFirstMissionIfPending();
+        return m_briefing.c_str();
+    }
+    const char* GetShopFile() const
+    {
+        ReadFirstMissionIfPending();
+        return m_shopFile.c_str();
+    }
+    const char* GetMissionName() const override
+    {
+        ReadFirstMissionIfPending();
+        return m_missionName.c_str();
+    }
     const std::string& GetFileName() const { return m_fileName; }
     // The label of the first win condition that held; null before a win.
     const char* GetNextMission() const { return m_nextMission ? m_nextMission->c_str() : nullptr; }
@@ -100,13 +125,32 @@ public:
 
     // Newest first: objectives from the highest id down, the rules in reverse file order.
     using ConditionList = std::forward_list<std::unique_ptr<Condition>>;
-    const ConditionList& GetObjectives() const { return m_objectives; }
-    const ConditionList& GetWinConditions() const { return m_winConditions; }
-    const ConditionList& GetLoseConditions() const { return m_loseConditions; }
+    const ConditionList& GetObjectives() const
+    {
+        ReadFirstMissionIfPending();
+        return m_objectives;
+    }
+    const ConditionList& GetWinConditions() const
+    {
+        ReadFirstMissionIfPending();
+        return m_winConditions;
+    }
+    const ConditionList& GetLoseConditions() const
+    {
+        ReadFirstMissionIfPending();
+        return m_loseConditions;
+    }
     // In file order.
-    const std::list<ObjectiveText>& GetObjectiveTexts() const { return m_objectiveTexts; }
+    const std::list<ObjectiveText>& GetObjectiveTexts() const
+    {
+        ReadFirstMissionIfPending();
+        return m_objectiveTexts;
+    }
+    // Whether the first mission is still to be read (Start::WHEN_FIRST_NEEDED).
+    bool IsFirstMissionPending() const { return m_firstMissionPending; }
 
 private:
+    void ReadFirstMissionIfPending() const;
     void ClearMission();
     std::string Read(const char* p_section, const char* p_key, const char* p_default, uint32_t p_size) const;
     Condition* FindObjective(int32_t p_id);
@@ -127,7 +171,8 @@ private:
     char m_firstMission[NAME_BUFFER] = {};
     CampaignLink* m_pPreviousLink = nullptr;
     NameRegistry* m_pPreviousRegistry = nullptr;
+    bool m_firstMissionPending = false;
 };
 
-// The one campaign of the game, read when the program starts.
+// The one campaign of the game; it reads its file when its mission is first needed.
 extern Campaign g_campaign;

@@ -257,6 +257,14 @@ bool MissionMode::Render()
     return true;
 }
 
+void MissionMode::PassUndrawnFrame()
+{
+    if (m_pLevel)
+    {
+        Level::StepBorderColor();
+    }
+}
+
 void MissionMode::Steer(InputSystem* p_input)
 {
     PhysicalDesc* desc = s_pPlayer->GetPhysicalDesc();

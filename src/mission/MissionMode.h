@@ -52,6 +52,8 @@ public:
     bool Render() override;
     bool HandleInput(InputSystem* p_input) override;
     void OnDisplayReset() override;
+    // The level's border takes its wander from the random numbers when it is drawn.
+    void PassUndrawnFrame() override;
 
     // The level calls this with true when the player's ship is destroyed.
     void SetDefeat(bool p_defeat) override { s_defeat = p_defeat; }

@@ -1,6 +1,28 @@
 #include "pilot/Inventory.h"
 
+#include <cstdint>
+#include <limits>
+
 #include "pilot/PartCatalog.h"
+
+namespace
+{
+// A quantity plus p_change, held within the int range: a damaged pilot file may add 65535 of
+// an item 65535 times.
+int Saturated(int p_quantity, int64_t p_change)
+{
+    const int64_t sum = static_cast<int64_t>(p_quantity) + p_change;
+    if (sum > std::numeric_limits<int>::max())
+    {
+        return std::numeric_limits<int>::max();
+    }
+    if (sum < std::numeric_limits<int>::min())
+    {
+        return std::numeric_limits<int>::min();
+    }
+    return static_cast<int>(sum);
+}
+} // namespace
 
 std::list<Inventory::Item>::iterator Inventory::FindItem(const char* p_name)
 {
@@ -23,7 +45,7 @@ void Inventory::Add(const char* p_name, int p_kind, int p_quantity)
     auto it = FindItem(p_name);
     if (it != m_items.end())
     {
-        it->m_quantity += p_quantity;
+        it->m_quantity = Saturated(it->m_quantity, p_quantity);
         return;
     }
     Part* part = g_pPartCatalog != nullptr ? g_pPartCatalog->Find(p_name, p_kind) : nullptr;
@@ -41,7 +63,7 @@ void Inventory::Remove(const char* p_name, int p_kind, int p_quantity)
     {
         return;
     }
-    it->m_quantity -= p_quantity;
+    it->m_quantity = Saturated(it->m_quantity, -static_cast<int64_t>(p_quantity));
     if (it->m_quantity <= 0)
     {
         m_items.erase(it);

@@ -19,7 +19,8 @@ public:
     };
 
     // Adds to the item of that name, or puts a new item at the front when the catalogue
-    // (g_pPartCatalog) knows the name as that kind; an unknown name is ignored.
+    // (g_pPartCatalog) knows the name as that kind; an unknown name is ignored. Quantities
+    // stop at the ends of the int range instead of overflowing.
     void Add(const char* p_name, int p_kind, int p_quantity);
     // Takes from the item of that name; an item that drops to 0 or below goes.
     void Remove(const char* p_name, int p_kind, int p_quantity);

@@ -1,18 +1,18 @@
 #include "platform/Profile.h"
 
 #include "platform/Paths.h"
+#include "platform/ProfileCache.h"
+#include "platform/ProfileData.h"
+#include "platform/ProfileText.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <limits>
+#include <mutex>
 #include <string>
 #include <string_view>
-#include <system_error>
-#include <unordered_set>
 #include <vector>
 
 #include <fcntl.h>
@@ -24,247 +24,11 @@ namespace platform
 
 namespace
 {
-namespace fs = std::filesystem;
+using namespace profile;
 
-// The game's profiles are a few kilobytes; anything far bigger is not one of them, and
-// reading it whole on every call would cost more than it could be worth.
-constexpr size_t MAX_PROFILE_BYTES = 16u * 1024u * 1024u;
-constexpr std::string_view BLANKS = " \t\r\n\v\f";
-constexpr std::string_view UTF8_BOM = "\xEF\xBB\xBF";
-
-char LowerAscii(char p_c)
-{
-    return (p_c >= 'A' && p_c <= 'Z') ? static_cast<char>(p_c - 'A' + 'a') : p_c;
-}
-
-bool EqualsNoCase(std::string_view p_a, std::string_view p_b)
-{
-    if (p_a.size() != p_b.size())
-    {
-        return false;
-    }
-    for (size_t i = 0; i < p_a.size(); ++i)
-    {
-        if (LowerAscii(p_a[i]) != LowerAscii(p_b[i]))
-        {
-            return false;
-        }
-    }
-    return true;
-}
-
-std::string LowerCopy(std::string_view p_text)
-{
-    std::string lower(p_text);
-    for (char& c : lower)
-    {
-        c = LowerAscii(c);
-    }
-    return lower;
-}
-
-std::string_view TrimLeft(std::string_view p_text)
-{
-    const size_t first = p_text.find_first_not_of(BLANKS);
-    return first == std::string_view::npos ? std::string_view() : p_text.substr(first);
-}
-
-std::string_view TrimRight(std::string_view p_text)
-{
-    const size_t last = p_text.find_last_not_of(BLANKS);
-    return last == std::string_view::npos ? std::string_view() : p_text.substr(0, last + 1);
-}
-
-std::string_view Trim(std::string_view p_text)
-{
-    return TrimRight(TrimLeft(p_text));
-}
-
-std::string_view Unquote(std::string_view p_value)
-{
-    if (p_value.size() >= 2 && (p_value.front() == '"' || p_value.front() == '\'') &&
-        p_value.back() == p_value.front())
-    {
-        return p_value.substr(1, p_value.size() - 2);
-    }
-    return p_value;
-}
-
-size_t BomLength(std::string_view p_data)
-{
-    return p_data.substr(0, UTF8_BOM.size()) == UTF8_BOM ? UTF8_BOM.size() : 0;
-}
-
-// A line's byte range in the file: [m_begin, m_contentEnd) is its text, [m_contentEnd, m_end)
-// its line end ("\r\n", "\n", or nothing on an unterminated last line).
-struct Line
-{
-    size_t m_begin = 0;
-    size_t m_contentEnd = 0;
-    size_t m_end = 0;
-};
-
-class LineWalker
-{
-public:
-    explicit LineWalker(std::string_view p_data) : m_data(p_data), m_pos(BomLength(p_data)) {}
-
-    bool Next(Line& p_line)
-    {
-        if (m_pos >= m_data.size())
-        {
-            return false;
-        }
-        p_line.m_begin = m_pos;
-        const size_t newline = m_data.find('\n', m_pos);
-        if (newline == std::string_view::npos)
-        {
-            p_line.m_contentEnd = m_data.size();
-            p_line.m_end = m_data.size();
-        }
-        else
-        {
-            p_line.m_end = newline + 1;
-            p_line.m_contentEnd = (newline > m_pos && m_data[newline - 1] == '\r') ? newline - 1 : newline;
-        }
-        m_pos = p_line.m_end;
-        return true;
-    }
-
-    std::string_view Text(const Line& p_line) const
-    {
-        return m_data.substr(p_line.m_begin, p_line.m_contentEnd - p_line.m_begin);
-    }
-
-private:
-    std::string_view m_data;
-    size_t m_pos;
-};
-
-enum class LineKind
-{
-    BLANK,
-    COMMENT,
-    SECTION,
-    KEY,
-    OTHER
-};
-
-struct ParsedLine
-{
-    LineKind m_kind = LineKind::OTHER;
-    std::string_view m_name;  // section or key name, trimmed
-    std::string_view m_value; // trimmed and unquoted
-    size_t m_valueStart = 0;  // offset in the line where the value's text begins
-};
-
-ParsedLine ParseLine(std::string_view p_text)
-{
-    ParsedLine parsed;
-    const std::string_view text = TrimLeft(p_text);
-    if (text.empty())
-    {
-        parsed.m_kind = LineKind::BLANK;
-        return parsed;
-    }
-    if (text[0] == ';')
-    {
-        parsed.m_kind = LineKind::COMMENT;
-        return parsed;
-    }
-    if (text[0] == '[')
-    {
-        const size_t close = text.find(']');
-        if (close != std::string_view::npos)
-        {
-            parsed.m_kind = LineKind::SECTION;
-            parsed.m_name = Trim(text.substr(1, close - 1));
-        }
-        return parsed;
-    }
-    const size_t equals = p_text.find('=');
-    if (equals == std::string_view::npos)
-    {
-        return parsed;
-    }
-    parsed.m_name = Trim(p_text.substr(0, equals));
-    if (parsed.m_name.empty())
-    {
-        return parsed;
-    }
-    const std::string_view afterEquals = p_text.substr(equals + 1);
-    const std::string_view valueText = TrimLeft(afterEquals);
-    parsed.m_kind = LineKind::KEY;
-    parsed.m_valueStart = equals + 1 + (afterEquals.size() - valueText.size());
-    parsed.m_value = Unquote(TrimRight(valueText));
-    return parsed;
-}
-
-enum class LoadResult
-{
-    MISSING,
-    LOADED,
-    FAILED
-};
-
-// Reads the whole file. A name that resolved to nothing counts as a missing file.
-LoadResult LoadProfile(const std::string& p_path, std::string& p_data)
-{
-    p_data.clear();
-    if (p_path.empty())
-    {
-        return LoadResult::MISSING;
-    }
-    std::error_code ec;
-    const fs::file_status status = fs::status(p_path, ec);
-    if (status.type() == fs::file_type::not_found)
-    {
-        return LoadResult::MISSING;
-    }
-    if (ec || status.type() != fs::file_type::regular)
-    {
-        return LoadResult::FAILED;
-    }
-    const uintmax_t size = fs::file_size(p_path, ec);
-    if (ec || size > MAX_PROFILE_BYTES)
-    {
-        return LoadResult::FAILED;
-    }
-    std::FILE* file = std::fopen(p_path.c_str(), "rb");
-    if (file == nullptr)
-    {
-        return LoadResult::FAILED;
-    }
-    p_data.reserve(static_cast<size_t>(size));
-    char chunk[16384];
-    bool ok = true;
-    for (;;)
-    {
-        const size_t got = std::fread(chunk, 1, sizeof(chunk), file);
-        if (got > 0)
-        {
-            // The file may have grown since its size was taken.
-            if (p_data.size() + got > MAX_PROFILE_BYTES)
-            {
-                ok = false;
-                break;
-            }
-            p_data.append(chunk, got);
-        }
-        if (got < sizeof(chunk))
-        {
-            ok = std::ferror(file) == 0;
-            break;
-        }
-    }
-    std::fclose(file);
-    if (!ok)
-    {
-        p_data.clear();
-        return LoadResult::FAILED;
-    }
-    return LoadResult::LOADED;
-}
+// The parsed files, shared by every call; the lock makes the calls safe from any thread.
+std::mutex s_mutex;
+ProfileCache s_cache;
 
 bool WriteAll(int p_fd, std::string_view p_data)
 {
@@ -321,86 +85,6 @@ bool ReplaceFile(const std::string& p_path, std::string_view p_data)
         ::unlink(tempPath.c_str());
     }
     return ok;
-}
-
-// The value of p_key in the first section named p_section.
-bool FindValue(std::string_view p_data, std::string_view p_section, std::string_view p_key,
-               std::string_view& p_value)
-{
-    LineWalker walker(p_data);
-    Line line;
-    bool inSection = false;
-    bool seenSection = false;
-    while (walker.Next(line))
-    {
-        const ParsedLine parsed = ParseLine(walker.Text(line));
-        if (parsed.m_kind == LineKind::SECTION)
-        {
-            if (seenSection)
-            {
-                return false; // only the first section of that name counts
-            }
-            inSection = EqualsNoCase(parsed.m_name, p_section);
-            seenSection = inSection;
-        }
-        else if (inSection && parsed.m_kind == LineKind::KEY && EqualsNoCase(parsed.m_name, p_key))
-        {
-            p_value = parsed.m_value;
-            return true;
-        }
-    }
-    return false;
-}
-
-// Adds p_name unless a name equal but for case is already listed.
-void AddUnique(std::string_view p_name, std::vector<std::string_view>& p_names,
-               std::unordered_set<std::string>& p_seen)
-{
-    if (p_seen.insert(LowerCopy(p_name)).second)
-    {
-        p_names.push_back(p_name);
-    }
-}
-
-void ListSections(std::string_view p_data, std::vector<std::string_view>& p_names)
-{
-    std::unordered_set<std::string> seen;
-    LineWalker walker(p_data);
-    Line line;
-    while (walker.Next(line))
-    {
-        const ParsedLine parsed = ParseLine(walker.Text(line));
-        if (parsed.m_kind == LineKind::SECTION)
-        {
-            AddUnique(parsed.m_name, p_names, seen);
-        }
-    }
-}
-
-void ListKeys(std::string_view p_data, std::string_view p_section, std::vector<std::string_view>& p_names)
-{
-    std::unordered_set<std::string> seen;
-    LineWalker walker(p_data);
-    Line line;
-    bool inSection = false;
-    bool seenSection = false;
-    while (walker.Next(line))
-    {
-        const ParsedLine parsed = ParseLine(walker.Text(line));
-        if (parsed.m_kind == LineKind::SECTION)
-        {
-            if (seenSection)
-            {
-                return;
-            }
-            inSection = EqualsNoCase(parsed.m_name, p_section);
-            seenSection = inSection;
-        }
-        else if (inSection && parsed.m_kind == LineKind::KEY)
-        {
-            AddUnique(parsed.m_name, p_names, seen);
-        }
-    }
 }
 
 // Needs p_size >= 1.
@@ -484,16 +168,6 @@ uint32_t CopyListOrDefault(const std::vector<std::string_view>& p_names, std::st
         p_buffer[count + 1] = '\0';
     }
     return count;
-}
-
-std::string_view DetectLineEnd(std::string_view p_data)
-{
-    const size_t newline = p_data.find('\n');
-    if (newline != std::string_view::npos && newline > 0 && p_data[newline - 1] == '\r')
-    {
-        return "\r\n";
-    }
-    return "\n";
 }
 
 // Names that would read back as something else, or split the line, cannot be written.
@@ -628,7 +302,7 @@ void SetValue(std::string_view p_data, std::string_view p_section, std::string_v
     }
     p_out.reserve(p_data.size() + p_section.size() + newLine.size() + 6);
     p_out.assign(p_data);
-    if (p_data.size() > BomLength(p_data) && p_data.back() != '\n')
+    if (p_data.size() > BomLength(p_data) && !EndsWithLineEnd(p_data))
     {
         p_out.append(lineEnd);
     }
@@ -654,16 +328,16 @@ uint32_t GetPrivateProfileString(const char* p_section, const char* p_key, const
         return 0;
     }
     const std::string_view defaultValue = TrimRight(OrEmpty(p_default));
-    std::string data;
-    const bool loaded =
-        p_fileName != nullptr && LoadProfile(ResolvePath(p_fileName), data) == LoadResult::LOADED;
+    std::lock_guard<std::mutex> lock(s_mutex);
+    ProfileCache::Result result = ProfileCache::Result::MISSING;
+    ProfileData* data = p_fileName != nullptr ? s_cache.Get(ResolvePath(p_fileName), result) : nullptr;
 
     if (p_section == nullptr)
     {
         std::vector<std::string_view> names;
-        if (loaded)
+        if (data != nullptr)
         {
-            ListSections(data, names);
+            data->ListSections(names);
         }
         return CopyListOrDefault(names, defaultValue, p_buffer, p_size);
     }
@@ -671,14 +345,14 @@ uint32_t GetPrivateProfileString(const char* p_section, const char* p_key, const
     if (p_key == nullptr)
     {
         std::vector<std::string_view> names;
-        if (loaded)
+        if (data != nullptr)
         {
-            ListKeys(data, section, names);
+            data->ListKeys(section, names);
         }
         return CopyListOrDefault(names, defaultValue, p_buffer, p_size);
     }
     std::string_view value;
-    if (loaded && FindValue(data, section, Trim(p_key), value))
+    if (data != nullptr && data->FindValue(section, Trim(p_key), value))
     {
         return CopyString(value, p_buffer, p_size);
     }
@@ -691,14 +365,12 @@ int32_t GetPrivateProfileInt(const char* p_section, const char* p_key, int32_t p
     {
         return p_default;
     }
-    std::string data;
-    if (LoadProfile(ResolvePath(p_fileName), data) != LoadResult::LOADED)
-    {
-        return p_default;
-    }
+    std::lock_guard<std::mutex> lock(s_mutex);
+    ProfileCache::Result result = ProfileCache::Result::MISSING;
+    ProfileData* data = s_cache.Get(ResolvePath(p_fileName), result);
     std::string_view value;
     // An empty value reads like a missing one, as it does on Windows.
-    if (!FindValue(data, Trim(p_section), Trim(p_key), value) || value.empty())
+    if (data == nullptr || !data->FindValue(Trim(p_section), Trim(p_key), value) || value.empty())
     {
         return p_default;
     }
@@ -709,15 +381,13 @@ int32_t GetPrivateProfileInt(const char* p_section, const char* p_key, int32_t p
         negative = value[0] == '-';
         pos = 1;
     }
-    // Clamped rather than wrapped, so a huge number cannot turn negative.
-    const int64_t limit = negative ? -static_cast<int64_t>(std::numeric_limits<int32_t>::min())
-                                   : static_cast<int64_t>(std::numeric_limits<int32_t>::max());
-    int64_t magnitude = 0;
+    // Digits beyond 32 bits wrap around, as they do on Windows: "4294967297" reads 1.
+    uint32_t magnitude = 0;
     for (; pos < value.size() && value[pos] >= '0' && value[pos] <= '9'; ++pos)
     {
-        magnitude = std::min<int64_t>(magnitude * 10 + (value[pos] - '0'), limit);
+        magnitude = magnitude * 10u + static_cast<uint32_t>(value[pos] - '0');
     }
-    return static_cast<int32_t>(negative ? -magnitude : magnitude);
+    return static_cast<int32_t>(negative ? 0u - magnitude : magnitude);
 }
 
 bool WritePrivateProfileString(const char* p_section, const char* p_key, const char* p_value,
@@ -732,12 +402,16 @@ bool WritePrivateProfileString(const char* p_section, const char* p_key, const c
     {
         return false;
     }
-    std::string data;
-    const LoadResult load = LoadProfile(path, data);
-    if (load == LoadResult::FAILED)
+    std::lock_guard<std::mutex> lock(s_mutex);
+    ProfileCache::Result result = ProfileCache::Result::MISSING;
+    ProfileData* current = s_cache.Get(path, result);
+    if (result == ProfileCache::Result::FAILED)
     {
         return false; // rewriting a file we could not read would lose its contents
     }
+    const std::string data = current != nullptr ? current->GetText() : std::string();
+    // Whatever happens below, the next read looks at the file afresh.
+    s_cache.Forget(path);
 
     const std::string_view section = Trim(p_section);
     std::string out;

@@ -51,7 +51,7 @@ void CollisionGrid::Update()
 {
     for (QuadNode* cell : m_cells)
     {
-        Collide(cell, cell);
+        Collide(cell, cell, m_shotIndex);
     }
 }
 

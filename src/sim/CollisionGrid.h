@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "sim/ShotIndex.h"
+
 class QuadNode;
 
 // The quadtree's leaves as an n × n array of cells, row by row, for the per-frame collision
@@ -25,4 +27,5 @@ public:
 private:
     std::vector<QuadNode*> m_cells; // row by row
     int m_size = 0;
+    ShotIndex m_shotIndex; // reused by every cell, so that a frame allocates nothing
 };

@@ -97,7 +97,8 @@ public:
     // The colour of the play-area border, which wanders a little every frame for the whole
     // run: red, green, blue.
     static const uint8_t* GetBorderColor();
-    // One frame's wander of the border colour.
+    // One frame's wander of the border colour. Drawing the level takes it from the game's
+    // random numbers, so a frame that is not drawn must still take it.
     static void StepBorderColor();
 
 private:

@@ -1,5 +1,7 @@
 #include "app/DevOptions.h"
+#include "input/InputRecorder.h"
 #include "input/InputScript.h"
+#include "input/RecordingRawInput.h"
 #include "input/InputSystem.h"
 #include "platform/DikCodes.h"
 #include "support/TestBitmaps.h"
@@ -8,6 +10,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <string>
 
@@ -179,6 +182,68 @@ TEST(InputScriptTest, DevOptionsTakeTheScriptFromTheEnvironment)
     options.Parse(1, argv, getenv);
     EXPECT_EQ("tests/skip.txt", options.inputScript);
     EXPECT_TRUE(options.errors.empty());
+}
+
+TEST(InputScriptTest, FrameTimesAndTheSeedAreReadAndBadOnesNamed)
+{
+    InputScript script;
+    std::string error;
+    ASSERT_TRUE(script.Parse("seed 4000000000\n3 dt 0.016666668\n5 DT 5\n", error)) << error;
+    EXPECT_TRUE(script.HasSeed());
+    EXPECT_EQ(4000000000u, script.GetSeed());
+    float seconds = 0.0f;
+    ASSERT_TRUE(script.GetFrameTime(3, seconds));
+    EXPECT_EQ(0.016666668f, seconds);
+    ASSERT_TRUE(script.GetFrameTime(5, seconds));
+    EXPECT_EQ(5.0f, seconds);
+    EXPECT_FALSE(script.GetFrameTime(4, seconds));
+    EXPECT_EQ(0u, script.GetEventCount());
+
+    for (const char* bad : {"1 dt 0", "1 dt -0.5", "1 dt 5.5", "1 dt fast", "1 dt", "seed", "seed -1", "seed 1 2"})
+    {
+        EXPECT_FALSE(script.Parse(bad, error)) << bad;
+        EXPECT_EQ(0u, error.find("line 1: ")) << error;
+        EXPECT_FALSE(script.HasSeed()) << bad;
+    }
+}
+
+// What the recorder writes while devices change, read back as a script, drives the devices
+// the same way: keys, mouse motion, wheel and buttons, a controller's axis and button.
+TEST(InputScriptTest, ARecordingReplaysTheDeviceChangesItSaw)
+{
+    const std::string file = ::testing::TempDir() + "korvath-input-recording.txt";
+    const std::string original = "2 key W down\n2 mouse move 5 -3\n3 mouse button 1 down\n4 mouse wheel -120\n"
+                                 "4 key W up\n5 joy 0 axis 1 100\n5 joy 0 button 7 down\n6 mouse button 1 up\n";
+    {
+        Played played(original);
+        std::string error;
+        ASSERT_TRUE(g_inputRecorder.Open(file, 77, error)) << error;
+        RecordingRawInput recording(&played.script.GetDevices(), g_inputRecorder);
+        InputSystem input(&recording, nullptr);
+        for (int64_t frame = 1; frame <= 7; ++frame)
+        {
+            g_inputRecorder.BeginFrame(frame);
+            g_inputRecorder.FrameTime(0.05f);
+            played.script.BeginFrame(frame);
+            input.Poll();
+        }
+        g_inputRecorder.Close();
+    }
+    std::ifstream in(file);
+    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    InputScript replay;
+    std::string error;
+    ASSERT_TRUE(replay.Parse(text, error)) << error << "\n" << text;
+    EXPECT_EQ(77u, replay.GetSeed());
+    float seconds = 0.0f;
+    EXPECT_TRUE(replay.GetFrameTime(7, seconds));
+    EXPECT_EQ(0.05f, seconds);
+    for (const char* line : {"2 key W down", "2 mouse move 5 -3", "3 mouse button 1 down", "4 mouse wheel -120",
+                             "4 key W up", "5 joy 0 axis 1 100", "5 joy 0 button 7 down", "6 mouse button 1 up"})
+    {
+        EXPECT_NE(std::string::npos, text.find(std::string(line) + "\n")) << line << " missing from\n" << text;
+    }
+    EXPECT_EQ(8u, replay.GetEventCount());
 }
 
 TEST(InputScriptTest, EnterGoingDownWhileAltIsHeldIsAltEnter)

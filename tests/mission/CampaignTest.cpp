@@ -1,6 +1,7 @@
 #include "mission/Campaign.h"
 #include "mission/Condition.h"
 #include "mission/MissionLink.h"
+#include "platform/ProfileCache.h"
 #include "sim/Level.h"
 #include "sim/PlayerShip.h"
 #include "sim/WorldDoubles.h"
@@ -440,3 +441,41 @@ TEST_F(CampaignTest, AGapEndsTheObjectivesAndAMaskLooksOnlyAtItsOwnBits)
     EXPECT_EQ(2, campaign.GetObjectiveTexts().front().m_id);
     campaign.GetNamedObjects().Clear("boss");
 }
+
+namespace
+{
+
+// The game's own campaign is built before main and reads nothing then: its first mission is
+// read when something first asks for the current mission, from the file as it is by then.
+TEST_F(CampaignTest, AStartWhenFirstNeededReadsTheFileOnlyThen)
+{
+    WriteIni("Campaign/late.ini", "[Entry]\nFirstMission=One\n[One]\nBrief=first\n[Two]\nBrief=second\n");
+    const uint64_t reads = platform::ProfileCache::GetReadCount();
+    Campaign campaign("Campaign/late.ini", Campaign::Start::WHEN_FIRST_NEEDED);
+    EXPECT_TRUE(campaign.IsFirstMissionPending());
+    EXPECT_EQ(platform::ProfileCache::GetReadCount(), reads);
+    EXPECT_EQ(g_pCampaignLink, &campaign);
+
+    WriteIni("Campaign/late.ini", "[Entry]\nFirstMission=Two\n[One]\nBrief=first\n[Two]\nBrief=second\n"
+                                  "Obj1=timepassed 5 soon\nObj1_text=Wait\n");
+    EXPECT_STREQ(campaign.GetMissionName(), "Two");
+    EXPECT_FALSE(campaign.IsFirstMissionPending());
+    EXPECT_STREQ(campaign.GetBriefing(), "second");
+    EXPECT_EQ(campaign.GetObjectiveTexts().size(), 1u);
+
+    // A mission set, or a text added, before anything was read is not overwritten later.
+    Campaign chosen("Campaign/late.ini", Campaign::Start::WHEN_FIRST_NEEDED);
+    chosen.SetMission("One");
+    EXPECT_STREQ(chosen.GetBriefing(), "first");
+    Campaign added("Campaign/late.ini", Campaign::Start::WHEN_FIRST_NEEDED);
+    added.AddObjectiveText("Extra", 9, false);
+    EXPECT_STREQ(added.GetMissionName(), "Two");
+    ASSERT_EQ(added.GetObjectiveTexts().size(), 2u);
+    EXPECT_EQ(added.GetObjectiveTexts().back().m_text, "Extra");
+    // Asked for its status first, it plays its first mission's rules.
+    Campaign asked("Campaign/late.ini", Campaign::Start::WHEN_FIRST_NEEDED);
+    EXPECT_EQ(asked.GetStatus(), 0);
+    EXPECT_EQ(std::distance(asked.GetObjectives().begin(), asked.GetObjectives().end()), 1);
+}
+
+} // namespace

@@ -1,3 +1,4 @@
+#include "pilot/DataFile.h"
 #include "pilot/Inventory.h"
 #include "pilot/Pilot.h"
 #include "pilot/ShipParts.h"
@@ -129,4 +130,49 @@ TEST_F(PilotTest, TheInventoryComesBackReversedAndCountsByName)
     ASSERT_TRUE(loaded.Load(&cut));
     EXPECT_EQ(1, cut.GetCount());
     EXPECT_EQ(2, cut.GetQuantity("Machine Gun"));
+}
+
+TEST_F(PilotTest, ADamagedFileCannotOverflowAQuantity)
+{
+    ScopedCatalog catalog;
+    // The largest item list a file can hold, every item the same part at the largest quantity.
+    {
+        DataFile file;
+        ASSERT_TRUE(file.Open("Saves\\Big0.sav", "wb"));
+        file.WriteInt32(5);
+        for (int i = 0; i < 4; ++i)
+        {
+            file.WriteUInt16(0);
+        }
+        for (int i = 0; i < 11; ++i)
+        {
+            file.WriteString("");
+        }
+        file.WriteUInt16(65535);
+        for (int i = 0; i < 65535; ++i)
+        {
+            file.WriteUInt16(65535);
+            file.WriteUInt8(PART_WEAPON);
+            file.WriteString("Machine Gun");
+        }
+        file.Close();
+    }
+    Inventory inventory;
+    Pilot pilot("Saves\\Big0.sav");
+    ASSERT_TRUE(pilot.Load(&inventory));
+    EXPECT_EQ(5, pilot.GetMoney());
+    ASSERT_EQ(1, inventory.GetCount());
+    EXPECT_EQ(INT32_MAX, inventory.GetQuantity("Machine Gun"));
+    // Saved, it is written as the most a file can hold.
+    ASSERT_TRUE(pilot.Save(&inventory));
+    Inventory again;
+    ASSERT_TRUE(pilot.Load(&again));
+    EXPECT_EQ(65535, again.GetQuantity("Machine Gun"));
+
+    // Taking away stops at the bottom of the range too (the item then goes).
+    inventory.Add("Machine Gun", PART_WEAPON, INT32_MIN);
+    inventory.Add("Machine Gun", PART_WEAPON, INT32_MIN);
+    EXPECT_EQ(INT32_MIN, inventory.GetQuantity("Machine Gun"));
+    inventory.Remove("Machine Gun", PART_WEAPON, INT32_MAX);
+    EXPECT_EQ(0, inventory.GetCount());
 }

@@ -1,8 +1,11 @@
+#include "mission/Campaign.h"
 #include "platform/Profile.h"
+#include "platform/ProfileCache.h"
 #include "support/WorkDir.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <filesystem>
@@ -11,6 +14,8 @@
 #include <string>
 #include <system_error>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
@@ -188,14 +193,24 @@ TEST_F(ProfileTest, ReadsIntegers)
     EXPECT_EQ(platform::GetPrivateProfileInt("N", "f", 99, "test.ini"), 5);
     EXPECT_EQ(platform::GetPrivateProfileInt("N", "g", 99, "test.ini"), 99); // empty reads as missing
     EXPECT_EQ(platform::GetPrivateProfileInt("N", "h", 99, "test.ini"), 15);
-    EXPECT_EQ(platform::GetPrivateProfileInt("N", "i", 99, "test.ini"), INT32_MAX);
-    EXPECT_EQ(platform::GetPrivateProfileInt("N", "j", 99, "test.ini"), INT32_MIN);
+    // Beyond 32 bits the digits wrap around, as on Windows: 99999999999 mod 2^32.
+    EXPECT_EQ(platform::GetPrivateProfileInt("N", "i", 99, "test.ini"), 1215752191);
+    EXPECT_EQ(platform::GetPrivateProfileInt("N", "j", 99, "test.ini"), -1215752191);
     EXPECT_EQ(platform::GetPrivateProfileInt("N", "k", 99, "test.ini"), 0);
     EXPECT_EQ(platform::GetPrivateProfileInt("N", "l", 99, "test.ini"), 0);
     EXPECT_EQ(platform::GetPrivateProfileInt("N", "missing", -5, "test.ini"), -5);
     EXPECT_EQ(platform::GetPrivateProfileInt("Missing", "a", 7, "test.ini"), 7);
     EXPECT_EQ(platform::GetPrivateProfileInt("N", "a", 8, "nofile.ini"), 8);
     EXPECT_EQ(platform::GetPrivateProfileInt("N", nullptr, 9, "test.ini"), 9);
+
+    Save("test.ini", "[N]\na=4294967297\nb=-4294967297\nc=2147483648\nd=4294967295\ne=-2147483648\n"
+                     "f=18446744073709551621\n");
+    EXPECT_EQ(platform::GetPrivateProfileInt("N", "a", 99, "test.ini"), 1);
+    EXPECT_EQ(platform::GetPrivateProfileInt("N", "b", 99, "test.ini"), -1);
+    EXPECT_EQ(platform::GetPrivateProfileInt("N", "c", 99, "test.ini"), INT32_MIN);
+    EXPECT_EQ(platform::GetPrivateProfileInt("N", "d", 99, "test.ini"), -1);
+    EXPECT_EQ(platform::GetPrivateProfileInt("N", "e", 99, "test.ini"), INT32_MIN);
+    EXPECT_EQ(platform::GetPrivateProfileInt("N", "f", 99, "test.ini"), 5); // 2^64 + 5
 }
 
 TEST_F(ProfileTest, WritesKeepEveryOtherLine)
@@ -308,6 +323,173 @@ TEST_F(ProfileTest, KeepsCrlfAndByteOrderMark)
     EXPECT_EQ(GetList(nullptr, 32, count).substr(0, 10), std::string("Next\0New\0\0", 10));
 }
 
+TEST_F(ProfileTest, ACarriageReturnAloneEndsALine)
+{
+    // Saved by an old Mac editor: CR only, a comment, blanks, quotes and a duplicate section.
+    Save("test.ini", "; old\r[Main]\r Name = \"Vega\" \r\r; Rank=9\rRank=3\r[Next]\rx=1\r[main]\rLate=1\r");
+    EXPECT_EQ(Get("main", "name", "d"), "Vega");
+    EXPECT_EQ(Get("main", "rank", "d"), "3");
+    EXPECT_EQ(Get("next", "x", "d"), "1");
+    EXPECT_EQ(Get("main", "late", "d"), "d");
+    uint32_t count = 0;
+    EXPECT_EQ(GetList(nullptr, 32, count).substr(0, count + 1), std::string("Main\0Next\0\0", 11));
+    EXPECT_EQ(GetList("MAIN", 32, count).substr(0, count + 1), std::string("Name\0Rank\0\0", 11));
+
+    // Writes keep CR line ends, and new lines get them too.
+    EXPECT_TRUE(platform::WritePrivateProfileString("Main", "Rank", "4", "test.ini"));
+    EXPECT_TRUE(platform::WritePrivateProfileString("Main", "Ship", "Dart", "test.ini"));
+    EXPECT_TRUE(platform::WritePrivateProfileString("Third", "k", "v", "test.ini"));
+    EXPECT_TRUE(platform::WritePrivateProfileString("Next", "x", nullptr, "test.ini"));
+    EXPECT_EQ(Load("test.ini"), "; old\r[Main]\r Name = \"Vega\" \r\r; Rank=9\rRank=4\rShip=Dart\r[Next]\r"
+                                "[main]\rLate=1\r[Third]\rk=v\r");
+    EXPECT_TRUE(platform::WritePrivateProfileString("main", nullptr, nullptr, "test.ini"));
+    EXPECT_EQ(Load("test.ini"), "; old\r[Next]\r[Third]\rk=v\r");
+
+    // Every kind of line end in one file, the last line unterminated; LF then CR is two ends.
+    Save("mixed.ini", "[A]\r\na=1\rb=2\nc=3\n\rd=4");
+    EXPECT_EQ(Get("A", "a", "x", "mixed.ini") + Get("A", "b", "x", "mixed.ini") + Get("A", "c", "x", "mixed.ini") +
+                  Get("A", "d", "x", "mixed.ini"),
+              "1234");
+    EXPECT_TRUE(platform::WritePrivateProfileString("A", "e", "5", "mixed.ini"));
+    EXPECT_EQ(Load("mixed.ini"), "[A]\r\na=1\rb=2\nc=3\n\rd=4\r\ne=5\r\n");
+}
+
+// A file that changes shows at once, whoever changed it and however quickly: the parse of a
+// file is kept, but never past a change.
+TEST_F(ProfileTest, AChangedFileIsNoticedAtOnce)
+{
+    // The game's own writes, one after another.
+    for (int i = 0; i < 20; ++i)
+    {
+        ASSERT_TRUE(platform::WritePrivateProfileString("S", "k", std::to_string(i % 10).c_str(), "test.ini"));
+        ASSERT_EQ(Get("S", "k", "d"), std::to_string(i % 10));
+    }
+    // Another program rewriting the file in place, at once, to the same size.
+    for (int i = 0; i < 20; ++i)
+    {
+        Save("test.ini", "[S]\nk=" + std::to_string(i % 10) + "\n");
+        ASSERT_EQ(Get("S", "k", "d"), std::to_string(i % 10));
+    }
+    // The same size and the same modification time, set back by the other program.
+    struct stat before = {};
+    ASSERT_EQ(::stat("test.ini", &before), 0);
+    Save("test.ini", "[S]\nk=X\n");
+    const struct timespec times[2] = {before.st_atim, before.st_mtim};
+    ASSERT_EQ(::utimensat(AT_FDCWD, "test.ini", times, 0), 0);
+    EXPECT_EQ(Get("S", "k", "d"), "X");
+    // Replaced by renaming another file over it, and taken away.
+    Save("other.ini", "[S]\nk=Y\n");
+    fs::rename("other.ini", "test.ini");
+    EXPECT_EQ(Get("S", "k", "d"), "Y");
+    fs::remove("test.ini");
+    EXPECT_EQ(Get("S", "k", "d"), "d");
+    EXPECT_EQ(platform::GetPrivateProfileInt("S", "k", 7, "test.ini"), 7);
+
+    // A file that stood still a tick of its file system's clock is neither read nor parsed
+    // again until it changes.
+    Save("test.ini", "[S]\nk=Z\n");
+    ::usleep(static_cast<useconds_t>(platform::ProfileCache::ClockTick("test.ini") / 1000 + 20'000));
+    EXPECT_EQ(Get("S", "k", "d"), "Z");
+    const uint64_t reads = platform::ProfileCache::GetReadCount();
+    const uint64_t parses = platform::ProfileCache::GetParseCount();
+    for (int i = 0; i < 100; ++i)
+    {
+        EXPECT_EQ(Get("S", "k", "d"), "Z");
+    }
+    EXPECT_EQ(platform::ProfileCache::GetReadCount(), reads);
+    EXPECT_EQ(platform::ProfileCache::GetParseCount(), parses);
+    Save("test.ini", "[S]\nk=W\n");
+    EXPECT_EQ(Get("S", "k", "d"), "W");
+    EXPECT_EQ(platform::ProfileCache::GetParseCount(), parses + 1);
+
+    // Where the file system's clock is coarse, two writes a tick apart can leave the same
+    // times: until its status has not changed for a tick, a file is compared on every call.
+    using platform::ProfileCache;
+    const int64_t tick = ProfileCache::FINE_TICK_NANOSECONDS;
+    const int64_t changed = 1'700'000'000'000'000'000;
+    EXPECT_FALSE(ProfileCache::IsSettled(changed, tick, changed));
+    EXPECT_FALSE(ProfileCache::IsSettled(changed, tick, changed + tick - 1));
+    EXPECT_TRUE(ProfileCache::IsSettled(changed, tick, changed + tick));
+    EXPECT_FALSE(ProfileCache::IsSettled(changed, tick, changed - 5 * tick)); // a clock set back
+    EXPECT_EQ(ProfileCache::ClockTick("no such folder/x.ini"), ProfileCache::COARSE_TICK_NANOSECONDS);
+}
+
+// A campaign of 10,000 lines: loading a mission reads some 130 values, and the file is
+// parsed once for all of them, whether it changed a moment ago or long before.
+TEST_F(ProfileTest, AMissionOfABigCampaignParsesTheFileOnce)
+{
+    const int missions = 50;
+    std::string text = "[Entry]\nFirstMission=M1\n";
+    for (int m = 1; m <= missions; ++m)
+    {
+        text += "[M" + std::to_string(m) + "]\nLevel=l" + std::to_string(m) + ".lvl\nBrief=Mission " + std::to_string(m) +
+                "\n";
+        for (int o = 1; o <= 60; ++o)
+        {
+            const std::string n = std::to_string(o);
+            text += "Obj" + n + "=killed " + n + " raiders goal" + n + "\nObj" + n + "_text=Destroy " + n +
+                    "\ngoal" + n + "_1=money " + n + "\n";
+        }
+        text += "Win1=killed * raiders M" + std::to_string(m + 1) + "\nLose1=timepassed 600\n";
+        text += std::string(15, '\n'); // blank lines between the missions
+    }
+    ASSERT_GE(std::count(text.begin(), text.end(), '\n'), 10000);
+    fs::create_directories("Campaign");
+    Save("Campaign/big.ini", text);
+
+    uint64_t parses = platform::ProfileCache::GetParseCount();
+    Campaign campaign("Campaign/big.ini");
+    EXPECT_EQ(platform::ProfileCache::GetParseCount(), parses + 1);
+    campaign.SetMission("M50");
+    EXPECT_EQ(platform::ProfileCache::GetParseCount(), parses + 1);
+    EXPECT_EQ(campaign.GetObjectiveTexts().size(), 60u);
+    EXPECT_STREQ(campaign.GetBriefing(), "Mission 50");
+    EXPECT_STREQ(campaign.GetLevelFile(), "Campaign/l50.lvl");
+
+    // Changed by a line in the middle: noticed, and parsed once more.
+    text.replace(text.find("Brief=Mission 50"), 16, "Brief=Mission L");
+    Save("Campaign/big.ini", text);
+    parses = platform::ProfileCache::GetParseCount();
+    campaign.SetMission("M50");
+    EXPECT_STREQ(campaign.GetBriefing(), "Mission L");
+    EXPECT_EQ(platform::ProfileCache::GetParseCount(), parses + 1);
+
+    // Once settled, the file is not even read again.
+    ::usleep(static_cast<useconds_t>(platform::ProfileCache::ClockTick("Campaign/big.ini") / 1000 + 20'000));
+    campaign.SetMission("M49");
+    const uint64_t reads = platform::ProfileCache::GetReadCount();
+    campaign.SetMission("M1");
+    campaign.SetMission("M50");
+    EXPECT_EQ(platform::ProfileCache::GetReadCount(), reads);
+    EXPECT_EQ(std::distance(campaign.GetWinConditions().begin(), campaign.GetWinConditions().end()), 1);
+}
+
+// Sections with many keys are searched through a table: the first key of a name still wins,
+// and the key list still names each key once, in its first spelling.
+TEST_F(ProfileTest, ManyKeysKeepTheFirstOfEachName)
+{
+    std::string text = "[Big]\n";
+    for (int i = 0; i < 40; ++i)
+    {
+        text += "Key" + std::to_string(i) + "=" + std::to_string(i) + "\n";
+    }
+    text += "KEY7=late\nkey39 = later\n[Small]\nA=1\na=2\n[big]\nKey1=ignored\n";
+    Save("test.ini", text);
+    EXPECT_EQ(Get("big", "key7", "d"), "7");
+    EXPECT_EQ(Get("BIG", "Key39", "d"), "39");
+    EXPECT_EQ(Get("Big", "Key40", "d"), "d");
+    EXPECT_EQ(Get("small", "A", "d"), "1");
+    uint32_t count = 0;
+    const std::string list = GetList("big", 1024, count);
+    std::string expected;
+    for (int i = 0; i < 40; ++i)
+    {
+        expected += "Key" + std::to_string(i) + std::string(1, '\0');
+    }
+    EXPECT_EQ(list.substr(0, count + 1), expected + std::string(1, '\0'));
+    EXPECT_EQ(GetList("small", 16, count).substr(0, count + 1), std::string("A\0\0", 3));
+}
+
 TEST_F(ProfileTest, ResolvesFileNamesCaseInsensitively)
 {
     fs::create_directories("Campaign");
@@ -340,13 +522,13 @@ TEST_F(ProfileTest, ResolvesFileNamesCaseInsensitively)
 
 TEST_F(ProfileTest, SurvivesHostileContent)
 {
-    // NUL bytes, an unclosed header, stray '=' lines, a lone CR and no final line end.
+    // NUL bytes, an unclosed header, stray '=' lines, a CR alone and no final line end.
     const std::string garbage("\0\0[S]\0x\n[\n=\n==\n[Bin]\nk=v\0w\r\n\r\n[T]\rz=1", 37);
     Save("test.ini", garbage);
     char buffer[16];
     EXPECT_EQ(platform::GetPrivateProfileString("Bin", "k", "", buffer, sizeof(buffer), "test.ini"), 3u);
     EXPECT_EQ(std::string(buffer, 3), std::string("v\0w", 3));
-    EXPECT_EQ(Get("T", "z", "d"), "d"); // a CR alone does not end a line
+    EXPECT_EQ(Get("T", "z", "d"), "1"); // a CR alone ends a line
     uint32_t count = 0;
     EXPECT_EQ(GetList(nullptr, 32, count).substr(0, count + 1), std::string("Bin\0T\0\0", 7));
 

@@ -1,7 +1,9 @@
 // korvath-contactsheet: lays every picture of a game directory out on one PNG, each with its
 // name beneath, so that the whole look of the game can be judged in one view.
 //
-//   korvath-contactsheet GAME_DIR OUT.png [--match TEXT] [--zoom N] [--cell PIXELS] [--width PIXELS]
+//   korvath-contactsheet GAME_DIR OUT.png [--match TEXT] [--zoom N] [--cell PIXELS] [--width PIXELS] [--png]
+//
+// --png lays out the PNG files of the folder (screenshots) instead of its bitmaps.
 //
 // Pictures are shown as the game shows them: pure green (0, 255, 0) is transparent and 32-bit
 // pictures keep their alpha, over a checkerboard that makes transparency visible. Large
@@ -56,6 +58,21 @@ struct Entry
     int cellHeight = 0;
 };
 
+// A PNG file as it is; null when it cannot be read.
+cairo_surface_t* LoadPng(const fs::path& p_path, int& p_width, int& p_height, int& p_bits)
+{
+    cairo_surface_t* surface = cairo_image_surface_create_from_png(p_path.c_str());
+    if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS)
+    {
+        cairo_surface_destroy(surface);
+        return nullptr;
+    }
+    p_width = cairo_image_surface_get_width(surface);
+    p_height = cairo_image_surface_get_height(surface);
+    p_bits = 32;
+    return surface;
+}
+
 // The picture as the game would show it, as a premultiplied Cairo surface.
 cairo_surface_t* LoadPicture(const fs::path& p_path, int& p_width, int& p_height, int& p_bits)
 {
@@ -105,7 +122,7 @@ cairo_surface_t* LoadPicture(const fs::path& p_path, int& p_width, int& p_height
 void PrintUsage()
 {
     std::fprintf(stderr,
-                 "usage: korvath-contactsheet GAME_DIR OUT.png [--match TEXT] [--zoom N] [--cell PIXELS] [--width PIXELS]\n");
+                 "usage: korvath-contactsheet GAME_DIR OUT.png [--match TEXT] [--zoom N] [--cell PIXELS] [--width PIXELS] [--png]\n");
 }
 
 void Checkerboard(cairo_t* p_context, double p_x, double p_y, double p_width, double p_height)
@@ -151,6 +168,7 @@ int main(int p_argc, char** p_argv)
     int zoom = 1;
     int sheetWidth = 2400;
     int cell = 160;
+    bool png = false;
     for (int i = 1; i < p_argc; ++i)
     {
         const std::string argument = p_argv[i];
@@ -162,6 +180,8 @@ int main(int p_argc, char** p_argv)
             cell = std::clamp(std::atoi(p_argv[++i]), 32, 2048);
         else if (argument == "--width" && i + 1 < p_argc)
             sheetWidth = std::clamp(std::atoi(p_argv[++i]), 400, 16000);
+        else if (argument == "--png")
+            png = true;
         else if (argument == "--help" || argument == "-h")
         {
             PrintUsage();
@@ -188,14 +208,15 @@ int main(int p_argc, char** p_argv)
     int unreadable = 0;
     for (fs::recursive_directory_iterator it(gameDir, error), end; !error && it != end; it.increment(error))
     {
-        if (!it->is_regular_file(error) || Lower(it->path().extension().string()) != ".bmp")
+        if (!it->is_regular_file(error) || Lower(it->path().extension().string()) != (png ? ".png" : ".bmp"))
             continue;
         Entry entry;
         entry.name = fs::relative(it->path(), gameDir, error).generic_string();
         if (!match.empty() && Lower(entry.name).find(match) == std::string::npos)
             continue;
         entry.folder = fs::path(entry.name).parent_path().generic_string();
-        entry.surface = LoadPicture(it->path(), entry.width, entry.height, entry.bits);
+        entry.surface = png ? LoadPng(it->path(), entry.width, entry.height, entry.bits)
+                            : LoadPicture(it->path(), entry.width, entry.height, entry.bits);
         if (entry.surface == nullptr)
         {
             std::fprintf(stderr, "korvath-contactsheet: %s is not a readable bitmap\n", entry.name.c_str());
