@@ -69,7 +69,10 @@ std::string Numbered(const char* p_prefix, int32_t p_code)
 
 ControlsConfig::ControlsConfig() : m_fileName(DEFAULT_FILE_NAME) {}
 
-ControlsConfig::ControlsConfig(const char* p_fileName) : m_fileName(p_fileName != nullptr ? p_fileName : DEFAULT_FILE_NAME) {}
+ControlsConfig::ControlsConfig(const char* p_fileName)
+    : m_fileName(p_fileName != nullptr ? p_fileName : DEFAULT_FILE_NAME)
+{
+}
 
 Binding ControlsConfig::GetBinding(int32_t p_action) const
 {

@@ -109,7 +109,8 @@ bool HubMode::Init(InputSystem* p_input)
     m_briefing.SetPosition(static_cast<float>(BRIEFING_X), static_cast<float>(BRIEFING_Y));
     m_briefing.SetMaxWidth(BRIEFING_WIDTH);
     m_briefing.SetText(g_campaign.GetBriefing());
-    const std::string difficulty = std::string("Difficulty: ") + Settings::GetDifficultyName(g_settings.GetDifficulty());
+    const std::string difficulty =
+        std::string("Difficulty: ") + Settings::GetDifficultyName(g_settings.GetDifficulty());
     m_difficulty.SetFont("Tahoma", BRIEFING_FONT_SIZE, FONT_BOLD);
     m_difficulty.SetColor(BRIEFING_GREY, BRIEFING_GREY, BRIEFING_GREY, 1.0);
     m_difficulty.SetPosition(static_cast<float>(BRIEFING_X), static_cast<float>(DIFFICULTY_Y));

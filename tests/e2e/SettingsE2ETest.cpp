@@ -166,8 +166,10 @@ protected:
         {
             if (entry.path().extension() == ".png")
             {
-                std::filesystem::copy_file(entry.path(), std::filesystem::path(keep) / (p_prefix + entry.path().filename().string()),
-                                           std::filesystem::copy_options::overwrite_existing, error);
+                const std::filesystem::path target =
+                    std::filesystem::path(keep) / (p_prefix + entry.path().filename().string());
+                std::filesystem::copy_file(entry.path(), target, std::filesystem::copy_options::overwrite_existing,
+                                           error);
             }
         }
     }
