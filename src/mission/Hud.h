@@ -3,7 +3,6 @@
 #include "mission/HudLayout.h"
 #include "mission/HudMessage.h"
 
-#include <array>
 #include <cstdint>
 #include <list>
 #include <memory>
