@@ -3,6 +3,7 @@
 // with the radar where it was put, tinted, and the options showing it all. --windowed wins
 // for its run without changing what is kept.
 #include "app/DevOptions.h"
+#include "e2e/GamePlayer.h"
 #include "e2e/GameProcess.h"
 #include "platform/PngFile.h"
 
@@ -18,70 +19,26 @@ namespace
 // At 20 frames a second the title menu is at rest from frame 110 (see MenuE2ETest); the
 // options menu opened from it by a click in frame 115 has dropped in by frame 240.
 constexpr int FRAME_OPTIONS_AT_REST = 240;
-const char* const SKIP_LOGOS = "5 key SPACE down\n6 key SPACE up\n";
-constexpr int MENU_BUTTON_X = 80;
-int MenuButtonY(int p_index)
-{
-    return 230 + 70 * p_index;
-}
 // The editor at (410, 280): slot 0 at (0, 0), slot 7 at (225, 169); the tint bars at x 355,
 // 400 wide, rows 40 apart from y 530.
 constexpr int EDITOR_X = 410;
 constexpr int EDITOR_Y = 280;
-int TintBarY(int p_row)
+// Where a tint bar's knob rests at 255, and the bar's left end and beyond.
+e2e::Point TintBarFull(int p_row)
 {
-    return 530 + 40 * p_row + 8;
+    return e2e::Point{355 + 399, 530 + 40 * p_row + 8};
+}
+e2e::Point TintBarEmpty(int p_row)
+{
+    return e2e::Point{300, 530 + 40 * p_row + 8};
 }
 
-// Input lines by frame; the cursor starts at (0, 0) and moves two logical pixels a count.
-class Script
+// Alt held, Enter pressed and let go, Alt let go.
+void AltEnter(e2e::ScriptWriter& p_script, int64_t p_frame)
 {
-public:
-    Script& Line(const std::string& p_line)
-    {
-        m_text << p_line << "\n";
-        return *this;
-    }
-    Script& Move(int p_frame, int p_x, int p_y)
-    {
-        const int dx = (p_x - m_x) / 2;
-        const int dy = (p_y - m_y) / 2;
-        m_x += dx * 2;
-        m_y += dy * 2;
-        return Line(std::to_string(p_frame) + " mouse move " + std::to_string(dx) + " " + std::to_string(dy));
-    }
-    Script& Click(int p_frame, int p_x, int p_y)
-    {
-        Move(p_frame, p_x, p_y);
-        Line(std::to_string(p_frame + 2) + " mouse button 0 down");
-        return Line(std::to_string(p_frame + 3) + " mouse button 0 up");
-    }
-    Script& Drag(int p_frame, int p_fromX, int p_fromY, int p_toX, int p_toY)
-    {
-        Move(p_frame, p_fromX, p_fromY);
-        Line(std::to_string(p_frame + 1) + " mouse button 0 down");
-        Move(p_frame + 2, p_toX, p_toY);
-        return Line(std::to_string(p_frame + 4) + " mouse button 0 up");
-    }
-    Script& Tap(int p_frame, const char* p_key)
-    {
-        Line(std::to_string(p_frame) + " key " + p_key + " down");
-        return Line(std::to_string(p_frame + 1) + " key " + p_key + " up");
-    }
-    // Alt held, Enter pressed and let go, Alt let go.
-    Script& AltEnter(int p_frame)
-    {
-        Line(std::to_string(p_frame) + " key LALT down");
-        Tap(p_frame + 1, "ENTER");
-        return Line(std::to_string(p_frame + 3) + " key LALT up");
-    }
-    std::string Text() const { return m_text.str(); }
-
-private:
-    std::ostringstream m_text;
-    int m_x = 0;
-    int m_y = 0;
-};
+    p_script.Hold(p_frame, "LALT", 3);
+    p_script.Hold(p_frame + 1, "ENTER", 1);
+}
 
 // A screenshot of a window showing the whole logical screen.
 struct Shot
@@ -129,13 +86,10 @@ protected:
         e2e::BuildGameData(m_dir);
     }
 
-    e2e::ProcessResult Run(const Script& p_script, const std::string& p_screenshots, int p_exitAfter,
+    e2e::ProcessResult Run(const e2e::ScriptWriter& p_script, const std::string& p_screenshots, int p_exitAfter,
                            const std::vector<std::string>& p_args)
     {
-        {
-            std::ofstream file(m_dir + "/script.txt");
-            file << p_script.Text();
-        }
+        EXPECT_TRUE(p_script.Save(m_dir + "/script.txt"));
         for (const auto& entry : std::filesystem::directory_iterator(m_dir))
         {
             if (entry.path().filename().string().rfind("screenshot-", 0) == 0)
@@ -191,18 +145,19 @@ TEST_F(SettingsE2ETest, WhatThePlayerSetsIsBackAtTheNextStart)
     // "Gameplay", "Hard", the radar piece dragged to slot 7, the green and blue bars to their
     // left ends, then the window's close button.
     const int rest = FRAME_OPTIONS_AT_REST;
-    Script script;
-    script.Line(SKIP_LOGOS)
-        .Click(112, MENU_BUTTON_X, 210 + 70 * 2 + 20)
-        .Click(rest, MENU_BUTTON_X, MenuButtonY(2))
-        .Click(rest + 10, 520, 145 + 50 * 4)
-        .AltEnter(rest + 20)
-        .Click(rest + 30, MENU_BUTTON_X, MenuButtonY(0))
-        .Click(rest + 40, 670, 135)
-        .Drag(rest + 50, EDITOR_X + 10, EDITOR_Y + 10, EDITOR_X + 225 + 10, EDITOR_Y + 169 + 10)
-        .Drag(rest + 60, 355 + 399, TintBarY(1), 300, TintBarY(1))
-        .Drag(rest + 70, 355 + 399, TintBarY(2), 300, TintBarY(2))
-        .Line(std::to_string(rest + 80) + " quit");
+    e2e::ScriptWriter script;
+    script.Hold(5, "SPACE", 1);
+    script.Click(112, e2e::place::TITLE_OPTIONS);
+    script.Click(rest, e2e::place::MenuButton(2));
+    script.Click(rest + 10, e2e::Point{520, 145 + 50 * 4});
+    AltEnter(script, rest + 20);
+    script.Click(rest + 30, e2e::place::MenuButton(0));
+    script.Click(rest + 40, e2e::Point{670, 135});
+    script.Drag(rest + 50, e2e::Point{EDITOR_X + 10, EDITOR_Y + 10},
+                e2e::Point{EDITOR_X + 225 + 10, EDITOR_Y + 169 + 10});
+    script.Drag(rest + 60, TintBarFull(1), TintBarEmpty(1));
+    script.Drag(rest + 70, TintBarFull(2), TintBarEmpty(2));
+    script.Line(rest + 80, "quit");
     const int fullScreen = rest + 18;
     const int windowed = rest + 28;
     const int set = rest + 78;
@@ -233,8 +188,10 @@ TEST_F(SettingsE2ETest, WhatThePlayerSetsIsBackAtTheNextStart)
     // The next start, straight into a mission: a window of 800 x 600 from the first frame,
     // the radar in the bottom-right corner in red, nothing in the top-left one. Then Escape,
     // "Options": the gameplay screen as it was left.
-    Script mission;
-    mission.Tap(40, "ESCAPE").Click(50, 512, 380);
+    e2e::ScriptWriter mission;
+    mission.Hold(40, "ESCAPE", 1);
+    // The in-game menu's "Options", button 1 of the panel, at y 360 and x 424..600.
+    mission.Click(50, e2e::Point{512, 380});
     const int flying = 30;
     const int options = 190;
     const e2e::ProcessResult second =
@@ -281,7 +238,7 @@ TEST_F(SettingsE2ETest, WhatThePlayerSetsIsBackAtTheNextStart)
         kept.replace(kept.find("FullScreen=0"), 12, "FullScreen=1");
         std::ofstream(m_dir + "/config.ini") << kept;
     }
-    const e2e::ProcessResult third = Run(Script(), "5", 5, {"--windowed", "--mission", "Mission1"});
+    const e2e::ProcessResult third = Run(e2e::ScriptWriter(), "5", 5, {"--windowed", "--mission", "Mission1"});
     ASSERT_TRUE(third.exited) << third.standardError;
     ASSERT_TRUE(shot.Load(ShotFile(5)));
     EXPECT_EQ(800, shot.width);
