@@ -1,5 +1,6 @@
 #include "app/DevOptions.h"
 #include "app/Game.h"
+#include "app/Settings.h"
 #include "input/InputRecorder.h"
 #include "input/InputScript.h"
 #include "platform/Window.h"
@@ -50,12 +51,15 @@ int main(int argc, char** argv)
             return 2;
         }
     }
-    platform::Window::SetFullscreenPreference(!g_devOptions.windowed);
+    // The display the player left the game with, from the first frame on; --windowed wins for
+    // this run without changing what is stored.
+    g_settings.Load();
+    platform::Window::SetFullscreenPreference(g_settings.IsFullScreen() && !g_devOptions.windowed);
 
     int code = 1;
     {
         Game game;
-        const bool started = game.Init(1024, 768, 32);
+        const bool started = game.Init(g_settings.GetWidth(), g_settings.GetHeight(), 32);
         if (started)
         {
             game.Run();

@@ -3,6 +3,7 @@
 #include "app/ErrorLog.h"
 #include "app/Mode.h"
 #include "app/Renderer.h"
+#include "app/Settings.h"
 #include "gfx/FontList.h"
 #include "gfx/Image.h"
 #include "gfx/TextureManager.h"
@@ -87,6 +88,7 @@ bool Application::Init(uint16_t p_width, uint16_t p_height, uint8_t p_bitsPerPix
 
     g_pSound = new Sound();
     g_pSound->Init();
+    g_pSound->SetVolume(Sound::VolumeFromSlider(g_settings.GetVolume()));
     return true;
 }
 
@@ -173,6 +175,11 @@ void Application::WindowProc(const platform::Message& p_message)
     if (p_message.type == platform::MessageType::Close)
     {
         platform::MessageQueue::PostQuit(0);
+    }
+    else if (p_message.type == platform::MessageType::ToggleFullScreen && m_pWindow)
+    {
+        m_pWindow->ToggleFullscreen();
+        g_settings.SetFullScreen(m_pWindow->IsFullscreen());
     }
 }
 

@@ -171,10 +171,16 @@ bool Game::RunFrame()
     ++m_frame;
     bool quit = false;
     g_inputRecorder.BeginFrame(m_frame);
-    // A replayed run's events of this frame; its "quit" is a click on the close button.
-    if (g_inputScript.BeginFrame(m_frame))
+    // A replayed run's events of this frame; its "quit" is a click on the close button, its
+    // Alt+Enter the same as the keyboard's.
+    const InputScript::Requests requests = g_inputScript.BeginFrame(m_frame);
+    if (requests.quit)
     {
         platform::MessageQueue::Post(platform::Message{platform::MessageType::Close, 0});
+    }
+    if (requests.toggleFullScreen)
+    {
+        platform::MessageQueue::Post(platform::Message{platform::MessageType::ToggleFullScreen, 0});
     }
     if (platform::MessageQueue::Peek(m_msg))
     {

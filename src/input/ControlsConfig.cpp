@@ -13,7 +13,6 @@ ControlsConfig g_controlsConfig;
 namespace
 {
 const char* const SECTION = "Keys";
-const char* const DEFAULT_FILE = "./config.ini";
 // Values longer than this are cut.
 constexpr uint32_t VALUE_SIZE = 32;
 
@@ -68,9 +67,12 @@ std::string Numbered(const char* p_prefix, int32_t p_code)
 }
 } // namespace
 
-ControlsConfig::ControlsConfig() : m_fileName(DEFAULT_FILE) {}
+ControlsConfig::ControlsConfig() : m_fileName(DEFAULT_FILE_NAME) {}
 
-ControlsConfig::ControlsConfig(const char* p_fileName) : m_fileName(p_fileName != nullptr ? p_fileName : DEFAULT_FILE) {}
+ControlsConfig::ControlsConfig(const char* p_fileName)
+    : m_fileName(p_fileName != nullptr ? p_fileName : DEFAULT_FILE_NAME)
+{
+}
 
 Binding ControlsConfig::GetBinding(int32_t p_action) const
 {

@@ -11,6 +11,9 @@
 class ControlsConfig
 {
 public:
+    // The settings file of the game directory; the other settings share it (Settings).
+    static constexpr const char* DEFAULT_FILE_NAME = "./config.ini";
+
     // The file in the working directory, "./config.ini".
     ControlsConfig();
     // Another file (tests); null selects "./config.ini".

@@ -1,6 +1,7 @@
 #include "input/InputScript.h"
 
 #include "input/ControlsConfig.h"
+#include "platform/DikCodes.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -110,7 +111,7 @@ bool ParseUpDown(const std::string& p_word, bool& p_down)
 
 InputScript::InputScript()
     : m_pDevices(std::make_unique<ScriptedRawInput>()), m_hasSeed(false), m_seed(0), m_next(0), m_joystickCount(0),
-      m_loaded(false)
+      m_loaded(false), m_leftAlt(false), m_rightAlt(false)
 {
 }
 
@@ -124,6 +125,8 @@ void InputScript::Clear()
     m_next = 0;
     m_joystickCount = 0;
     m_loaded = false;
+    m_leftAlt = false;
+    m_rightAlt = false;
 }
 
 bool InputScript::Load(const std::string& p_fileName, std::string& p_error)
@@ -364,13 +367,13 @@ bool InputScript::Parse(const std::string& p_text, std::string& p_error)
     return true;
 }
 
-bool InputScript::BeginFrame(int64_t p_frame)
+InputScript::Requests InputScript::BeginFrame(int64_t p_frame)
 {
+    Requests requests;
     if (!m_loaded)
     {
-        return false;
+        return requests;
     }
-    bool quit = false;
     for (; m_next < m_events.size() && m_events[m_next].frame <= p_frame; ++m_next)
     {
         const Event& event = m_events[m_next];
@@ -380,6 +383,7 @@ bool InputScript::BeginFrame(int64_t p_frame)
         {
         case Kind::Key:
             m_pDevices->SetKey(static_cast<uint8_t>(event.a), event.down);
+            NoteKey(static_cast<uint8_t>(event.a), event.down, requests);
             break;
         case Kind::MouseMove:
             m_pDevices->MoveMouse(event.a, event.b);
@@ -397,13 +401,29 @@ bool InputScript::BeginFrame(int64_t p_frame)
             m_pDevices->SetJoystickButton(slot, event.b, event.down);
             break;
         case Kind::Quit:
-            quit = true;
+            requests.quit = true;
             break;
         case Kind::FrameTime:
             break;
         }
     }
-    return quit;
+    return requests;
+}
+
+void InputScript::NoteKey(uint8_t p_code, bool p_down, Requests& p_requests)
+{
+    if (p_code == DIK_LALT)
+    {
+        m_leftAlt = p_down;
+    }
+    else if (p_code == DIK_RALT)
+    {
+        m_rightAlt = p_down;
+    }
+    else if (p_down && (p_code == DIK_RETURN || p_code == DIK_NUMPADENTER) && (m_leftAlt || m_rightAlt))
+    {
+        p_requests.toggleFullScreen = true;
+    }
 }
 
 bool InputScript::GetFrameTime(int64_t p_frame, float& p_seconds) const

@@ -22,6 +22,9 @@
 //   FRAME dt SECONDS                    the frame's time step instead of the measured one
 //   seed N                              the random numbers' seed, as KORVATH_SEED gives it
 //
+// A key ENTER or NUMPADENTER going down while LALT or RALT is held is Alt+Enter, which
+// switches between full screen and a window as it does on the real keyboard.
+//
 // FRAME counts from 1, the first frame of the main loop; a frame's events take effect at its
 // start, so the input poll of that frame sees them. Controller J is the game's controller J
 // (JOY1..JOY128 and AXIS1..AXIS16 are controller 0); every controller up to the highest one
@@ -45,9 +48,14 @@ public:
 
     // The devices the script drives.
     ScriptedRawInput& GetDevices() { return *m_pDevices; }
-    // Applies the events of every frame up to p_frame not yet applied; true when one of them
-    // asks the game to close.
-    bool BeginFrame(int64_t p_frame);
+    // What a frame's events ask of the game besides input.
+    struct Requests
+    {
+        bool quit = false;             // close, as the window's close button does
+        bool toggleFullScreen = false; // Alt+Enter
+    };
+    // Applies the events of every frame up to p_frame not yet applied.
+    Requests BeginFrame(int64_t p_frame);
     size_t GetEventCount() const { return m_events.size(); }
     // The time step the script gives frame p_frame, if it gives one.
     bool GetFrameTime(int64_t p_frame, float& p_seconds) const;
@@ -78,6 +86,8 @@ private:
     };
 
     bool ParseLine(const std::vector<std::string>& p_words, Event& p_event, std::string& p_error) const;
+    // Follows the Alt keys and notes Alt+Enter.
+    void NoteKey(uint8_t p_code, bool p_down, Requests& p_requests);
 
     std::unique_ptr<ScriptedRawInput> m_pDevices;
     std::vector<Event> m_events;
@@ -87,6 +97,9 @@ private:
     size_t m_next;
     int32_t m_joystickCount;
     bool m_loaded;
+    // Either Alt key held, by the script's own events.
+    bool m_leftAlt;
+    bool m_rightAlt;
 };
 
 extern InputScript g_inputScript;

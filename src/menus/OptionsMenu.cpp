@@ -28,9 +28,8 @@ struct Place
     float y;
 };
 
-// Gameplay: the difficulty buttons in the order they are added (Medium first, so it starts
-// selected), the editor and its pieces, the tint bars.
-const char* const DIFFICULTY_NAMES[OptionsMenu::NUM_DIFFICULTIES] = {"Medium", "Easy", "Hard"};
+// Gameplay: the difficulty buttons in the order they are added (Medium, Easy, Hard), the
+// editor and its pieces, the tint bars.
 constexpr Place DIFFICULTY_PLACES[OptionsMenu::NUM_DIFFICULTIES] = {
     {500.0f, 120.0f}, {350.0f, 120.0f}, {650.0f, 120.0f}};
 constexpr Place DIFFICULTY_LABEL_PLACE = {509.0f, 79.0f};
@@ -40,14 +39,9 @@ constexpr int32_t HUD_EDITOR_WIDTH = 300;
 constexpr int32_t HUD_EDITOR_HEIGHT = 225;
 constexpr int32_t HUD_PIECE_WIDTH = 75;
 constexpr int32_t HUD_PIECE_HEIGHT = 56;
-struct HudPiece
-{
-    const char* picture;
-    int32_t slot;
-};
-constexpr HudPiece HUD_PIECES[OptionsMenu::NUM_HUD_PIECES] = {{"art\\hud_customize_radar.bmp", 0},
-                                                               {"art\\hud_customize_status.bmp", 2},
-                                                               {"art\\hud_customize_comm.bmp", 7}};
+// By Settings::HudPiece.
+const char* const HUD_PIECE_PICTURES[OptionsMenu::NUM_HUD_PIECES] = {
+    "art\\hud_customize_radar.bmp", "art\\hud_customize_status.bmp", "art\\hud_customize_comm.bmp"};
 constexpr char TINT_LETTERS[OptionsMenu::NUM_TINT_CHANNELS] = {'R', 'G', 'B', 'T'};
 constexpr float TINT_BAR_X = 355.0f;
 constexpr float TINT_LABEL_X = 335.0f;
@@ -69,6 +63,7 @@ constexpr Place VOLUME_BAR_PLACE = {300.0f, 300.0f};
 constexpr Place VOLUME_LABEL_PLACE = {300.0f, 250.0f};
 constexpr int32_t VOLUME_BAR_WIDTH = 500;
 constexpr int32_t VOLUME_VALUES = Sound::SLIDER_MAX + 1;
+static_assert(Settings::VOLUME_MAX == Sound::SLIDER_MAX, "the stored volume is the bar's position");
 
 std::unique_ptr<StaticText> MakeLabel(const char* p_text, int32_t p_size, int32_t p_style, Place p_place)
 {
@@ -116,9 +111,10 @@ void OptionsMenu::CreateGameplayScreen()
     for (int32_t i = 0; i < NUM_DIFFICULTIES; ++i)
     {
         ToggleButton* choice = difficulty->AddButton();
-        DressButton(*choice, DIFFICULTY_NAMES[i], FONT_BOLD, DIFFICULTY_PLACES[i]);
+        DressButton(*choice, Settings::GetDifficultyName(i), FONT_BOLD, DIFFICULTY_PLACES[i]);
         choice->SetTextOffsets(0, 0, 2, 1);
     }
+    difficulty->Select(g_settings.GetDifficulty());
     AddObject(SCREEN_GAMEPLAY, std::move(difficulty), ID_DIFFICULTY);
 
     AddObject(SCREEN_GAMEPLAY, MakeLabel("HUD Layout", 18, FONT_BOLD, HUD_LABEL_PLACE), ID_HUD_LABEL);
@@ -131,10 +127,10 @@ void OptionsMenu::CreateGameplayScreen()
     {
         editor->AddSlot(slot[0], slot[1]);
     }
-    for (const HudPiece& piece : HUD_PIECES)
+    for (int32_t piece = 0; piece < NUM_HUD_PIECES; ++piece)
     {
-        Draggable* item = editor->AddPiece(piece.slot);
-        item->LoadImage(piece.picture);
+        Draggable* item = editor->AddPiece(g_settings.GetHudSlot(piece));
+        item->LoadImage(HUD_PIECE_PICTURES[piece]);
         item->SetSize(HUD_PIECE_WIDTH, HUD_PIECE_HEIGHT);
     }
     AddObject(SCREEN_GAMEPLAY, std::move(editor), ID_HUD_EDITOR);
@@ -145,7 +141,7 @@ void OptionsMenu::CreateGameplayScreen()
         auto bar = std::make_unique<SlideBar>(m_pCursor);
         bar->SetNumValues(TINT_VALUES);
         bar->SetBarWidth(TINT_BAR_WIDTH);
-        bar->SetValue(TINT_VALUES - 1);
+        bar->SetValue(g_settings.GetTint()[static_cast<size_t>(i)]);
         bar->SetPosition(TINT_BAR_X, y);
         AddObject(SCREEN_GAMEPLAY, std::move(bar), ID_FIRST_TINT_BAR + 2 * i);
 
@@ -154,6 +150,7 @@ void OptionsMenu::CreateGameplayScreen()
         AddObject(SCREEN_GAMEPLAY, MakeLabel(letter, 16, FONT_ITALIC, Place{TINT_LABEL_X, y}),
                   ID_FIRST_TINT_LABEL + 2 * i);
     }
+    ApplyTint();
 }
 
 void OptionsMenu::CreateControlsScreen()
@@ -173,7 +170,7 @@ void OptionsMenu::CreateVideoScreen()
     for (int32_t i = 0; i < NUM_RESOLUTIONS; ++i)
     {
         auto button = std::make_unique<Button>(m_pCursor);
-        DressButton(*button, RESOLUTIONS[i].label, 0, Place{RESOLUTIONS_PLACE.x, y});
+        DressButton(*button, Settings::RESOLUTIONS[i].label, 0, Place{RESOLUTIONS_PLACE.x, y});
         button->SetTextOffsets(0, 0, 1, 1);
         y += static_cast<float>(button->GetHeight()) + RESOLUTION_GAP;
         AddObject(SCREEN_VIDEO, std::move(button), ID_FIRST_RESOLUTION + i);
@@ -185,8 +182,8 @@ void OptionsMenu::CreateAudioScreen()
     auto bar = std::make_unique<SlideBar>(m_pCursor);
     bar->SetNumValues(VOLUME_VALUES);
     bar->SetBarWidth(VOLUME_BAR_WIDTH);
-    // Where the volume is now: opening this screen never changes what the player hears.
-    bar->SetValue(Sound::SliderFromVolume(g_pSound != nullptr ? g_pSound->GetVolume() : Sound::VOLUME_FULL));
+    // Where the stored volume is: opening this screen never changes what the player hears.
+    bar->SetValue(g_settings.GetVolume());
     bar->SetPosition(VOLUME_BAR_PLACE.x, VOLUME_BAR_PLACE.y);
     AddObject(SCREEN_AUDIO, std::move(bar), ID_VOLUME_BAR);
     AddObject(SCREEN_AUDIO, MakeLabel("Audio Volume", 24, FONT_BOLD, VOLUME_LABEL_PLACE), ID_VOLUME_LABEL);
@@ -211,6 +208,7 @@ int32_t OptionsMenu::HandleButtons(float p_dt)
     {
     case SCREEN_GAMEPLAY:
         ApplyTint();
+        StoreGameplay();
         break;
     case SCREEN_VIDEO:
         ApplyResolutionClicks();
@@ -240,6 +238,39 @@ void OptionsMenu::ApplyTint()
     editor->SetColor(tint[TINT_RED], tint[TINT_GREEN], tint[TINT_BLUE], tint[TINT_ALPHA]);
 }
 
+void OptionsMenu::StoreGameplay()
+{
+    const int32_t difficulty = GetDifficulty();
+    if (difficulty != g_settings.GetDifficulty())
+    {
+        g_settings.SetDifficulty(difficulty);
+    }
+    // A piece being dragged still holds its old slot: the layout changes when it is let go.
+    Settings::HudSlots slots = {};
+    for (int32_t piece = 0; piece < NUM_HUD_PIECES; ++piece)
+    {
+        slots[static_cast<size_t>(piece)] = GetHudSlot(piece);
+    }
+    if (slots != g_settings.GetHudSlots())
+    {
+        g_settings.SetHudSlots(slots);
+    }
+    Settings::Tint tint = {};
+    for (int32_t channel = 0; channel < NUM_TINT_CHANNELS; ++channel)
+    {
+        const SlideBar* bar = GetTintBar(channel);
+        if (bar == nullptr || bar->IsDragging())
+        {
+            return;
+        }
+        tint[static_cast<size_t>(channel)] = static_cast<uint8_t>(bar->GetValue());
+    }
+    if (tint != g_settings.GetTint())
+    {
+        g_settings.SetTint(tint);
+    }
+}
+
 void OptionsMenu::ApplyResolutionClicks()
 {
     for (int32_t i = 0; i < NUM_RESOLUTIONS; ++i)
@@ -250,10 +281,13 @@ void OptionsMenu::ApplyResolutionClicks()
         {
             button->GetClick(&click);
         }
-        // Also at the resolution in use: the display is made anew either way.
-        if (click != CLICK_NONE && g_pApplication != nullptr)
+        // Also at the resolution in use: the display is made anew either way. A resolution
+        // the display refused is not kept.
+        const Settings::Resolution& resolution = Settings::RESOLUTIONS[i];
+        if (click != CLICK_NONE && g_pApplication != nullptr &&
+            g_pApplication->ChangeResolution(resolution.width, resolution.height))
         {
-            g_pApplication->ChangeResolution(RESOLUTIONS[i].width, RESOLUTIONS[i].height);
+            g_settings.SetResolution(resolution.width, resolution.height);
         }
     }
 }
@@ -261,15 +295,20 @@ void OptionsMenu::ApplyResolutionClicks()
 void OptionsMenu::ApplyVolume()
 {
     const SlideBar* bar = GetVolumeBar();
-    if (bar == nullptr || g_pSound == nullptr)
+    if (bar == nullptr)
     {
         return;
     }
     // A volume between two of the bar's steps stays as it is until the bar moves.
     const int32_t position = bar->GetValue();
-    if (Sound::SliderFromVolume(g_pSound->GetVolume()) != position)
+    if (g_pSound != nullptr && Sound::SliderFromVolume(g_pSound->GetVolume()) != position)
     {
         g_pSound->SetVolume(Sound::VolumeFromSlider(position));
+    }
+    // Heard while the bar is dragged, kept once it is let go.
+    if (!bar->IsDragging() && position != g_settings.GetVolume())
+    {
+        g_settings.SetVolume(position);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Settings.h"
 #include "menus/PreGameMenu.h"
 
 #include <cstdint>
@@ -11,10 +12,10 @@ class SlideBar;
 
 // The settings page of the front end, opened from the title menu and over a running mission.
 // "Gameplay", "Controls", "Video" and "Audio" each show one screen; "Cancel" lets the buttons
-// fall away and brings back the title menu. What lasts: every key captured on the controls
-// screen (applied and written to config.ini at once), the resolution (changed at once) and
-// the volume. The difficulty, HUD layout and HUD tint live only as long as the menu; they can
-// be read from its objects through the getters below.
+// fall away and brings back the title menu. It opens on the settings as they are stored, and
+// every change takes effect and is written to config.ini at once: a captured key (through
+// the controls configuration), a resolution, and through g_settings the difficulty, a HUD
+// piece let go in its slot, and the tint and volume bars once they are let go.
 class OptionsMenu : public PreGameMenu
 {
 public:
@@ -36,23 +37,10 @@ public:
         SCREEN_AUDIO = 3,
         NUM_SCREENS = 4,
     };
-    // The difficulty buttons in the order they are added: the radio group's indices.
-    enum Difficulty : int32_t
-    {
-        DIFFICULTY_MEDIUM = 0,
-        DIFFICULTY_EASY = 1,
-        DIFFICULTY_HARD = 2,
-        NUM_DIFFICULTIES = 3,
-    };
-    // The tint bars, top to bottom.
-    enum TintChannel : int32_t
-    {
-        TINT_RED = 0,
-        TINT_GREEN = 1,
-        TINT_BLUE = 2,
-        TINT_ALPHA = 3,
-        NUM_TINT_CHANNELS = 4,
-    };
+    // The difficulty buttons in the order they are added are the radio group's indices,
+    // numbered as the settings number the difficulties; the tint bars, top to bottom.
+    using enum Settings::Difficulty;
+    using enum Settings::TintChannel;
 
     // Ids of the screens' objects.
     static constexpr int32_t ID_DIFFICULTY_LABEL = 5;
@@ -64,29 +52,19 @@ public:
     static constexpr int32_t ID_FIRST_TINT_LABEL = 15;
     // The control row of action i.
     static constexpr int32_t ID_FIRST_CONTROL_ROW = 18;
-    // Resolution button i of RESOLUTIONS.
+    // Resolution button i of Settings::RESOLUTIONS.
     static constexpr int32_t ID_FIRST_RESOLUTION = 30;
     static constexpr int32_t ID_VOLUME_BAR = 36;
     static constexpr int32_t ID_VOLUME_LABEL = 37;
 
-    struct Resolution
-    {
-        const char* label;
-        uint16_t width;
-        uint16_t height;
-    };
-    static constexpr int32_t NUM_RESOLUTIONS = 6;
-    static constexpr Resolution RESOLUTIONS[NUM_RESOLUTIONS] = {
-        {"1600x1200", 1600, 1200}, {"1400x1050", 1400, 1050}, {"1280x1024", 1280, 1024},
-        {"1024x768", 1024, 768},   {"800x600", 800, 600},     {"640x480", 640, 480},
-    };
+    static constexpr int32_t NUM_RESOLUTIONS = Settings::NUM_RESOLUTIONS;
 
-    // The HUD layout editor: its picture, place and size, its eight slots, and the three
-    // pieces with the slot each starts in.
-    static constexpr int32_t NUM_HUD_SLOTS = 8;
+    // The HUD layout editor's eight slots on its picture, and its three pieces (the radar,
+    // the status panel and the messages, in the order of Settings::HudPiece).
+    static constexpr int32_t NUM_HUD_SLOTS = Settings::NUM_HUD_SLOTS;
     static constexpr int32_t HUD_SLOTS[NUM_HUD_SLOTS][2] = {{0, 0},    {112, 0},   {225, 0},   {0, 84},
                                                             {225, 84}, {0, 169}, {112, 169}, {225, 169}};
-    static constexpr int32_t NUM_HUD_PIECES = 3;
+    static constexpr int32_t NUM_HUD_PIECES = Settings::NUM_HUD_PIECES;
 
     // The control rows bind through p_input, or the application's input system when it is null.
     explicit OptionsMenu(Cursor* p_cursor, InputSystem* p_input = nullptr);
@@ -118,6 +96,8 @@ private:
     void CreateAudioScreen();
     // The HUD pieces take the tint bars' colour.
     void ApplyTint();
+    // The difficulty, the HUD layout and (once no bar is held) the tint into the settings.
+    void StoreGameplay();
     void ApplyResolutionClicks();
     void ApplyVolume();
 

@@ -1,6 +1,7 @@
 #include "mission/HubMode.h"
 
 #include "app/ModeCode.h"
+#include "app/Settings.h"
 #include "gfx/Font.h"
 #include "mission/Campaign.h"
 #include "mission/MissionMode.h"
@@ -13,6 +14,7 @@
 #include "ui/UiDraw.h"
 
 #include <cstdio>
+#include <string>
 #include <utility>
 
 namespace
@@ -107,6 +109,12 @@ bool HubMode::Init(InputSystem* p_input)
     m_briefing.SetPosition(static_cast<float>(BRIEFING_X), static_cast<float>(BRIEFING_Y));
     m_briefing.SetMaxWidth(BRIEFING_WIDTH);
     m_briefing.SetText(g_campaign.GetBriefing());
+    const std::string difficulty =
+        std::string("Difficulty: ") + Settings::GetDifficultyName(g_settings.GetDifficulty());
+    m_difficulty.SetFont("Tahoma", BRIEFING_FONT_SIZE, FONT_BOLD);
+    m_difficulty.SetColor(BRIEFING_GREY, BRIEFING_GREY, BRIEFING_GREY, 1.0);
+    m_difficulty.SetPosition(static_cast<float>(BRIEFING_X), static_cast<float>(DIFFICULTY_Y));
+    m_difficulty.SetText(difficulty.c_str());
     return true;
 }
 
@@ -184,6 +192,7 @@ bool HubMode::Render()
                 button->Render();
             }
         }
+        m_difficulty.Render();
         m_briefing.Render();
     }
     s_cursor.Render();

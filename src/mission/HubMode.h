@@ -13,9 +13,9 @@ class FramedBox;
 class InputSystem;
 class Shop;
 
-// The screen between missions: the next mission's briefing over a planet, "Start Mission",
-// "Shop" and "Quit", and in a two-player game the scoreboard of kills and money. The shop
-// opens over it and takes the whole screen until "Done".
+// The screen between missions: the next mission's briefing with the difficulty in play over
+// a planet, "Start Mission", "Shop" and "Quit", and in a two-player game the scoreboard of
+// kills and money. The shop opens over it and takes the whole screen until "Done".
 class HubMode : public GameplayMode
 {
 public:
@@ -29,6 +29,8 @@ public:
     static constexpr int32_t BRIEFING_X = 250;
     static constexpr int32_t BRIEFING_Y = 300;
     static constexpr int32_t BRIEFING_WIDTH = 600;
+    // The difficulty in play, on a line of its own above the briefing.
+    static constexpr int32_t DIFFICULTY_Y = 265;
 
     // Builds the scoreboard from the two-player pilot files as they are now.
     HubMode();
@@ -49,6 +51,7 @@ public:
     Button* GetShopButton() const { return m_pShopButton.get(); }
     Button* GetQuitButton() const { return m_pQuitButton.get(); }
     const WrappedText& GetBriefing() const { return m_briefing; }
+    const StaticText& GetDifficultyText() const { return m_difficulty; }
     // The scoreboard's texts: the title, then per player its name, "Kills:", the kills,
     // "Money:" and the money.
     const std::vector<std::unique_ptr<StaticText>>& GetScoreboard() const { return m_scoreboard; }
@@ -58,6 +61,7 @@ private:
     StaticText& AddScoreText(const char* p_text, int32_t p_size, int32_t p_style, int32_t p_x, int32_t p_y);
 
     WrappedText m_briefing;
+    StaticText m_difficulty;
     Image m_background;
     std::vector<std::unique_ptr<StaticText>> m_scoreboard;
     // Under the scoreboard, so that it reads over the planet.

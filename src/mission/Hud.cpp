@@ -1,10 +1,11 @@
 #include "mission/Hud.h"
 
-#include "app/Application.h"
 #include "app/Game.h"
 #include "app/ModeCode.h"
+#include "app/Settings.h"
 #include "gfx/Font.h"
 #include "gfx/FontList.h"
+#include "gfx/Image.h"
 #include "mission/Radar.h"
 #include "mission/StatusPanel.h"
 #include "platform/Gl.h"
@@ -21,21 +22,12 @@ bool InMission()
 }
 } // namespace
 
-Hud::Hud(PlayerShip* p_player) : m_layout{0, 2, 6}, m_pPlayer(p_player), m_pFont(nullptr)
+Hud::Hud(PlayerShip* p_player) : m_layout(g_settings.GetHudSlots()), m_pPlayer(p_player), m_pFont(nullptr)
 {
     m_pFont = g_fontList.GetFont("Tahoma", 14, FONT_BOLD);
 
     m_pRadar = std::make_unique<Radar>();
     m_pStatusPanel = std::make_unique<StatusPanel>(p_player);
-    // The radar picture's margin of 96 pixels lies off the screen in the right-hand and the
-    // bottom slots. The other five slots have no settled place; no layout uses them.
-    const double width = Application::SCREEN_WIDTH;
-    const double height = Application::SCREEN_HEIGHT;
-    const double radarWidth = m_pRadar->GetWidth();
-    const double radarHeight = m_pRadar->GetHeight();
-    m_slots[0] = Slot{0.0, 0.0};
-    m_slots[2] = Slot{width - radarWidth + 96.0, 0.0};
-    m_slots[6] = Slot{0.0, height - radarHeight + 96.0};
 }
 
 Hud::~Hud()
@@ -61,22 +53,48 @@ void Hud::SetPlayer(PlayerShip* p_player)
 
 void Hud::AddMessage(const char* p_text, float p_seconds, float p_interval)
 {
-    m_messages.push_front(std::make_unique<HudMessage>(p_text, p_seconds, p_interval));
+    FollowSettings();
+    m_messages.push_front(
+        std::make_unique<HudMessage>(p_text, p_seconds, p_interval, m_layout.GetMessages().width));
     LayoutMessages();
+}
+
+void Hud::FollowSettings()
+{
+    if (g_settings.GetHudSlots() != m_layout.GetSlots())
+    {
+        m_layout = HudLayout(g_settings.GetHudSlots());
+        LayoutMessages();
+    }
 }
 
 void Hud::LayoutMessages()
 {
-    double y = MESSAGE_Y;
+    const HudLayout::MessagePlace& place = m_layout.GetMessages();
+    // From the edge the messages keep to: down from the top of the newest one, or up from its
+    // bottom.
+    const bool upwards = place.vertical == HudAlign::HIGH;
+    double y = place.y;
     for (const std::unique_ptr<HudMessage>& message : m_messages)
     {
-        message->SetPosition(static_cast<float>(MESSAGE_X), static_cast<float>(y));
-        y += message->GetHeight() + MESSAGE_GAP;
+        const double x = place.horizontal == HudAlign::HIGH ? place.x - message->GetTextWidth() : place.x;
+        if (upwards)
+        {
+            y -= message->GetHeight();
+            message->SetPosition(static_cast<float>(x), static_cast<float>(y));
+            y -= MESSAGE_GAP;
+        }
+        else
+        {
+            message->SetPosition(static_cast<float>(x), static_cast<float>(y));
+            y += message->GetHeight() + MESSAGE_GAP;
+        }
     }
 }
 
 void Hud::Update(float p_dt)
 {
+    FollowSettings();
     bool removed = false;
     for (auto it = m_messages.begin(); it != m_messages.end();)
     {
@@ -103,6 +121,7 @@ int32_t Hud::GetMoney() const
 
 void Hud::Render()
 {
+    FollowSettings();
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
 
@@ -112,13 +131,22 @@ void Hud::Render()
     }
     if (m_pFont != nullptr && InMission())
     {
-        m_pFont->Print(1.0, 1.0, 1.0, 1.0, MONEY_X, MONEY_Y, "Money: $%d", GetMoney());
+        const HudLayout::Rect& money = m_layout.GetMoney();
+        m_pFont->Print(1.0, 1.0, 1.0, 1.0, money.left, money.top, "Money: $%d", GetMoney());
     }
-    const Slot& radarSlot = m_slots[m_layout[0]];
-    m_pRadar->Draw(static_cast<int32_t>(radarSlot.x), static_cast<int32_t>(radarSlot.y), m_pPlayer);
+    const Settings::Tint& tint = g_settings.GetTint();
+    for (GameObject* piece : {static_cast<GameObject*>(m_pRadar.get()), static_cast<GameObject*>(m_pStatusPanel.get())})
+    {
+        if (Image* picture = piece->GetImage())
+        {
+            picture->SetColor(tint[Settings::TINT_RED], tint[Settings::TINT_GREEN], tint[Settings::TINT_BLUE],
+                              tint[Settings::TINT_ALPHA]);
+        }
+    }
+    m_pRadar->Draw(m_layout.GetRadar(), m_pPlayer);
     if (m_pPlayer != nullptr)
     {
-        const Slot& panelSlot = m_slots[m_layout[1]];
-        m_pStatusPanel->Draw(static_cast<int32_t>(panelSlot.x), static_cast<int32_t>(panelSlot.y), *m_pPlayer);
+        const HudLayout::Rect& panel = m_layout.GetStatus();
+        m_pStatusPanel->Draw(panel.left, panel.top, *m_pPlayer);
     }
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "mission/HudLayout.h"
 #include "mission/HudMessage.h"
 
-#include <array>
 #include <cstdint>
 #include <list>
 #include <memory>
@@ -12,25 +12,19 @@ class PlayerShip;
 class Radar;
 class StatusPanel;
 
-// What the mission draws over the world in screen coordinates: the radar in the top-left
-// corner, the ship's status panel in the top-right one, the player's money, and the timed
-// messages of the mission's actions, newest at the top.
+// What the mission draws over the world in screen coordinates: the radar, the ship's status
+// panel, the player's money, and the timed messages of the mission's actions, newest nearest
+// the screen edge. The radar and the status panel go where the player's settings put them
+// (by default the top-left and the top-right corner), in the settings' tint; the messages go
+// to the place the settings give them (by default along the top, newest at the top). A
+// change of the settings shows in the next frame.
 class Hud
 {
 public:
-    static constexpr int32_t NUM_SLOTS = 8;
-    // Where the messages go: the newest at the top, each next one below the one before it.
-    static constexpr int32_t MESSAGE_X = 256;
-    static constexpr int32_t MESSAGE_Y = 40;
+    // With the default layout the newest message is at (256, 40), each older one below it.
+    static constexpr int32_t MESSAGE_X = HudLayout::MESSAGE_X;
+    static constexpr int32_t MESSAGE_Y = HudLayout::MESSAGE_Y;
     static constexpr int32_t MESSAGE_GAP = 30;
-    static constexpr int32_t MONEY_X = 25;
-    static constexpr int32_t MONEY_Y = 700;
-
-    struct Slot
-    {
-        double x = 0.0;
-        double y = 0.0;
-    };
 
     // The status panel measures the ammunition bars against what the player's ship carries
     // when it is first given (here or by SetPlayer), so that is done once the ship is ready
@@ -44,7 +38,9 @@ public:
     PlayerShip* GetPlayer() const { return m_pPlayer; }
 
     // A message that types one character every p_interval seconds, then shows for p_seconds
-    // and fades out over their last 30 percent; it goes on top of the others.
+    // and fades out over their last 30 percent; it goes nearest the edge, before the others.
+    // It wraps at the width of the messages' place at the time (messages already shown keep
+    // theirs when the layout changes).
     void AddMessage(const char* p_text, float p_seconds, float p_interval);
     void Update(float p_dt);
     // Resets the model-view matrix: the HUD is drawn in screen coordinates.
@@ -55,17 +51,17 @@ public:
 
     // The messages, newest first.
     const std::list<std::unique_ptr<HudMessage>>& GetMessages() const { return m_messages; }
-    const Slot& GetSlot(int32_t p_slot) const { return m_slots[static_cast<size_t>(p_slot)]; }
-    const std::array<uint8_t, 3>& GetLayout() const { return m_layout; }
+    // Where everything goes, as of the last update or drawing.
+    const HudLayout& GetLayout() const { return m_layout; }
     Radar& GetRadar() { return *m_pRadar; }
     StatusPanel& GetStatusPanel() { return *m_pStatusPanel; }
 
 private:
+    // Takes up a layout the settings changed to.
+    void FollowSettings();
     void LayoutMessages();
 
-    // The slots of the radar, the status panel and a third piece no layout draws yet.
-    std::array<uint8_t, 3> m_layout;
-    std::array<Slot, NUM_SLOTS> m_slots;
+    HudLayout m_layout;
     std::unique_ptr<Radar> m_pRadar;
     std::unique_ptr<StatusPanel> m_pStatusPanel;
     PlayerShip* m_pPlayer; // not owned

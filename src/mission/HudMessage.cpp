@@ -3,6 +3,7 @@
 #include "gfx/Font.h"
 #include "ui/UiDraw.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -13,13 +14,14 @@ float NonNegative(float p_value)
 }
 } // namespace
 
-HudMessage::HudMessage(const char* p_text, float p_seconds, float p_interval)
+HudMessage::HudMessage(const char* p_text, float p_seconds, float p_interval, int32_t p_wrapWidth)
     : m_fullText(p_text != nullptr ? p_text : ""), m_remaining(NonNegative(p_seconds)), m_total(m_remaining),
-      m_interval(NonNegative(p_interval)), m_length(m_fullText.size()), m_numShown(0), m_accumulator(0.0f)
+      m_interval(NonNegative(p_interval)), m_length(m_fullText.size()), m_numShown(0), m_accumulator(0.0f),
+      m_textWidth(0)
 {
     SetFont("Arial", 14, FONT_BOLD);
     SetColor(1.0, 1.0, 1.0, 1.0);
-    SetMaxWidth(WRAP_WIDTH);
+    SetMaxWidth(p_wrapWidth);
     SetText(m_fullText.c_str());
 
     // A continued line starts after the spaces its break skipped.
@@ -34,7 +36,12 @@ HudMessage::HudMessage(const char* p_text, float p_seconds, float p_interval)
             }
         }
         m_lineStarts.push_back(start);
-        start += GetLine(line).size();
+        const std::string text = GetLine(line);
+        start += text.size();
+        if (m_pFont != nullptr)
+        {
+            m_textWidth = std::max(m_textWidth, static_cast<int32_t>(m_pFont->GetTextWidth(text.c_str())));
+        }
     }
 }
 

@@ -18,8 +18,9 @@ public:
     // The share of the display time over which the message fades out.
     static constexpr float FADE_SHARE = 0.3f;
 
-    // p_seconds and p_interval below 0, or not numbers at all, count as 0.
-    HudMessage(const char* p_text, float p_seconds, float p_interval);
+    // p_seconds and p_interval below 0, or not numbers at all, count as 0. The text wraps at
+    // p_wrapWidth.
+    HudMessage(const char* p_text, float p_seconds, float p_interval, int32_t p_wrapWidth = WRAP_WIDTH);
     ~HudMessage() override;
 
     // One frame of typing or, once every character shows, of its display time: false once the
@@ -37,6 +38,8 @@ public:
     float GetRemaining() const { return m_remaining; }
     float GetTotal() const { return m_total; }
     double GetAlpha() const { return m_color[3]; }
+    // The width of its widest line once the whole text shows.
+    int32_t GetTextWidth() const { return m_textWidth; }
 
 private:
     std::string m_fullText;
@@ -48,4 +51,5 @@ private:
     float m_accumulator;
     // Where each wrapped line starts in m_fullText.
     std::vector<size_t> m_lineStarts;
+    int32_t m_textWidth;
 };

@@ -1,5 +1,6 @@
 #include "mission/Radar.h"
 
+#include "gfx/TextureManager.h"
 #include "platform/Gl.h"
 #include "sim/CollisionGrid.h"
 #include "sim/Layers.h"
@@ -9,7 +10,9 @@
 #include "sim/WorldObject.h"
 #include "ui/UiDraw.h"
 
+#include <array>
 #include <cmath>
+#include <numbers>
 
 Radar::Radar() : m_zoom(DEFAULT_ZOOM)
 {
@@ -91,10 +94,105 @@ void Radar::CollectBlips(const CollisionGrid& p_grid, const WorldObject& p_playe
     }
 }
 
-void Radar::Draw(int32_t p_x, int32_t p_y, const WorldObject* p_player)
+namespace
 {
-    SetPosition(static_cast<float>(p_x), static_cast<float>(p_y));
-    Render();
+// One stretch of the picture along an axis, drawn over one stretch of the screen; a stretch
+// whose picture runs backwards is turned over.
+struct Span
+{
+    double screenFrom;
+    double screenTo;
+    double pictureFrom;
+    double pictureTo;
+};
+
+// The two stretches of an axis on either side of the dial's centre. The picture has the flush
+// side before its centre p_flush and the round side after it, up to p_size.
+std::array<Span, 2> Spans(HudAlign p_align, double p_centre, double p_flush, double p_size)
+{
+    const double round = p_size - p_flush;
+    switch (p_align)
+    {
+    case HudAlign::LOW:
+        return {Span{p_centre - p_flush, p_centre, 0.0, p_flush}, Span{p_centre, p_centre + round, p_flush, p_size}};
+    case HudAlign::HIGH:
+        return {Span{p_centre - round, p_centre, p_size, p_flush}, Span{p_centre, p_centre + p_flush, p_flush, 0.0}};
+    default:
+        return {Span{p_centre - round, p_centre, p_size, p_flush}, Span{p_centre, p_centre + round, p_flush, p_size}};
+    }
+}
+
+// Picture coordinates to texture coordinates: texture rows run bottom-up.
+void PictureVertex(double p_screenX, double p_screenY, double p_pictureX, double p_pictureY, double p_width,
+                   double p_height)
+{
+    glTexCoord2d(p_pictureX / p_width, 1.0 - p_pictureY / p_height);
+    glVertex2d(p_screenX, p_screenY);
+}
+
+constexpr int DIAL_SEGMENTS = 72;
+} // namespace
+
+void Radar::DrawTurned(const HudLayout::RadarPlace& p_place)
+{
+    const TextureNode* texture = m_pImage ? m_pImage->GetTexture() : nullptr;
+    if (texture == nullptr || texture->m_textureId == 0 || !ui::HasPicture(*m_pImage))
+    {
+        return;
+    }
+    const double width = texture->m_width;
+    const double height = texture->m_height;
+    const double x = p_place.centreX;
+    const double y = p_place.centreY;
+    glBindTexture(GL_TEXTURE_2D, texture->m_textureId);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4ubv(m_pImage->GetColor());
+
+    glBegin(GL_QUADS);
+    for (const Span& across : Spans(p_place.horizontal, x, CENTRE_X, width))
+    {
+        for (const Span& down : Spans(p_place.vertical, y, CENTRE_Y, height))
+        {
+            PictureVertex(across.screenFrom, down.screenFrom, across.pictureFrom, down.pictureFrom, width, height);
+            PictureVertex(across.screenFrom, down.screenTo, across.pictureFrom, down.pictureTo, width, height);
+            PictureVertex(across.screenTo, down.screenTo, across.pictureTo, down.pictureTo, width, height);
+            PictureVertex(across.screenTo, down.screenFrom, across.pictureTo, down.pictureFrom, width, height);
+        }
+    }
+    glEnd();
+
+    // Over the turned plate, the dial as the picture has it.
+    glBegin(GL_TRIANGLE_FAN);
+    PictureVertex(x, y, CENTRE_X, CENTRE_Y, width, height);
+    for (int i = 0; i <= DIAL_SEGMENTS; ++i)
+    {
+        const double angle = 2.0 * std::numbers::pi * i / DIAL_SEGMENTS;
+        const double dx = std::cos(angle) * DIAL_RADIUS;
+        const double dy = std::sin(angle) * DIAL_RADIUS;
+        PictureVertex(x + dx, y + dy, CENTRE_X + dx, CENTRE_Y + dy, width, height);
+    }
+    glEnd();
+
+    glBlendFunc(GL_ONE, GL_ZERO);
+    glDisable(GL_BLEND);
+    glColor4ub(255, 255, 255, 255);
+}
+
+void Radar::Draw(const HudLayout::RadarPlace& p_place, const WorldObject* p_player)
+{
+    // Where the picture's corner would be; the dial's centre is the same in any case.
+    SetPosition(static_cast<float>(p_place.centreX - CENTRE_X), static_cast<float>(p_place.centreY - CENTRE_Y));
+    if (p_place.horizontal == HudAlign::LOW && p_place.vertical == HudAlign::LOW)
+    {
+        Render();
+    }
+    else
+    {
+        DrawTurned(p_place);
+    }
 
     const Level* level = Level::GetCurrent();
     const CollisionGrid* grid = level != nullptr ? level->GetGrid() : nullptr;
@@ -110,7 +208,7 @@ void Radar::Draw(int32_t p_x, int32_t p_y, const WorldObject* p_player)
     // blips keep their size on the radar at every resolution.
     const double half = BLIP_SIZE / 2.0;
     glPushMatrix();
-    glTranslated(p_x + CENTRE_X, p_y + CENTRE_Y, 0.0);
+    glTranslated(p_place.centreX, p_place.centreY, 0.0);
     glDisable(GL_TEXTURE_2D);
     glBegin(GL_QUADS);
     for (const Blip& blip : m_blips)

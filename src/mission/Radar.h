@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mission/HudLayout.h"
 #include "sim/GameObject.h"
 
 #include <cstdint>
@@ -11,12 +12,21 @@ class WorldObject;
 // The HUD's round radar: every ship and explosion of the level as a red blip, the scenery in
 // white, turned with the player's ship so that what lies ahead shows above the centre. What
 // lies beyond the radar's reach is pinned to its rim in yellow. Shots do not show.
+//
+// Its picture is made for the top-left corner: a plate flush with the left and top edges,
+// round beyond the dial. Elsewhere the plate is turned over so that its flush sides meet the
+// screen edges the radar keeps to (and in the middle of an edge it is round on both sides),
+// while the dial itself is always drawn the right way round, forward pointing up.
 class Radar : public GameObject
 {
 public:
     // The radar's centre within its picture.
     static constexpr int32_t CENTRE_X = 80;
     static constexpr int32_t CENTRE_Y = 82;
+    // How far the picture's plate reaches beyond the dial's centre on its round sides.
+    static constexpr int32_t PLATE_REACH = 96;
+    // The dial: the glass, its bezel and the forward mark, drawn the right way round.
+    static constexpr double DIAL_RADIUS = 81.5;
     // Blips further from the centre than this are pinned to the rim.
     static constexpr double RIM = 75.0;
     // The side of a blip's square.
@@ -41,9 +51,11 @@ public:
     bool Update(float p_dt) override;
     // The picture alone, at the radar's position.
     bool Render() override;
-    // The picture at (p_x, p_y) and, around its centre, the blips of the current level as
-    // p_player sees them. Without a level or a player only the picture is drawn.
-    void Draw(int32_t p_x, int32_t p_y, const WorldObject* p_player);
+    // The picture at its place (in the top-left corner as it is, elsewhere with its plate
+    // turned to the edges) in the picture's colour, and around the dial's centre the blips of
+    // the current level as p_player sees them. Without a level or a player only the picture
+    // is drawn.
+    void Draw(const HudLayout::RadarPlace& p_place, const WorldObject* p_player);
 
     // Where an object at (p_objectX, p_objectY) shows for a player at (p_playerX, p_playerY)
     // heading p_heading degrees, at zoom p_zoom, in the colour given (yellow on the rim).
@@ -57,6 +69,9 @@ public:
     void SetZoom(int32_t p_zoom) { m_zoom = p_zoom < 1 ? 1 : p_zoom; }
 
 private:
+    // The picture with its plate turned to meet the edges of p_place, the dial unturned.
+    void DrawTurned(const HudLayout::RadarPlace& p_place);
+
     int32_t m_zoom;
     std::vector<Blip> m_blips; // kept between frames to spare the allocations
 };

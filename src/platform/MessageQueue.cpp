@@ -45,10 +45,7 @@ void PumpEvents()
             {
                 if (event.key.keysym.sym == SDLK_RETURN || event.key.keysym.sym == SDLK_KP_ENTER)
                 {
-                    if (Window* window = Window::GetCurrent())
-                    {
-                        window->ToggleFullscreen();
-                    }
+                    s_messages.push_back(Message{MessageType::ToggleFullScreen, 0});
                 }
                 else if (event.key.keysym.sym == SDLK_F4)
                 {

@@ -11,6 +11,7 @@ enum class MessageType
 {
     None,
     Close, // the window's close button, Alt+F4 or the desktop asking the game to end
+    ToggleFullScreen, // Alt+Enter: full screen <-> a window
     Quit,  // ends the main loop; wParam is the exit code
     User,  // free for tests and tools
 };

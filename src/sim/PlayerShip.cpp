@@ -1,9 +1,13 @@
 #include "sim/PlayerShip.h"
 
+#include "app/Settings.h"
 #include "pilot/CampaignLink.h"
 #include "pilot/PartCatalog.h"
 #include "pilot/ShipParts.h"
 #include "sim/Weapon.h"
+
+#include <algorithm>
+#include <limits>
 
 namespace
 {
@@ -31,6 +35,25 @@ PlayerShip::PlayerShip()
 bool PlayerShip::Load(const char* p_fileName)
 {
     return LoadPilot(p_fileName);
+}
+
+void PlayerShip::TakeDamage(unsigned p_amount)
+{
+    Ship::TakeDamage(ScaleDamage(p_amount, g_settings.GetDifficulty()));
+}
+
+unsigned PlayerShip::ScaleDamage(unsigned p_amount, int32_t p_difficulty)
+{
+    const uint64_t amount = p_amount;
+    switch (p_difficulty)
+    {
+    case Settings::DIFFICULTY_EASY:
+        return static_cast<unsigned>((amount + 1) / 2);
+    case Settings::DIFFICULTY_HARD:
+        return static_cast<unsigned>(std::min<uint64_t>((amount * 3 + 1) / 2, std::numeric_limits<unsigned>::max()));
+    default:
+        return p_amount;
+    }
 }
 
 uint16_t* PlayerShip::GetAmmoCounter(uint8_t p_ammoKind)

@@ -15,6 +15,12 @@ public:
     PlayerShip();
 
     bool IsEnemy() const override { return false; }
+    // The hit as the difficulty in play makes it (ScaleDamage), then as any ship takes it.
+    void TakeDamage(unsigned p_amount) override;
+    // A hit of p_amount on the player's ship at a difficulty (Settings::Difficulty): Medium
+    // leaves it as it is, Easy halves it, Hard makes it one and a half times; a half point
+    // rounds up, so no hit drops to nothing. Unknown difficulties count as Medium.
+    static unsigned ScaleDamage(unsigned p_amount, int32_t p_difficulty);
     // Loads a pilot (LoadPilot).
     bool Load(const char* p_fileName) override;
 

@@ -62,6 +62,24 @@ bool RadioGroup::Render()
     return true;
 }
 
+bool RadioGroup::Select(int32_t p_index)
+{
+    for (Entry* entry = m_pButtons.get(); entry != nullptr; entry = entry->m_pNext.get())
+    {
+        if (entry->m_index == p_index)
+        {
+            if (m_pSelected != nullptr)
+            {
+                m_pSelected->m_pButton->SetPressed(false);
+            }
+            entry->m_pButton->SetPressed(true);
+            m_pSelected = entry;
+            return true;
+        }
+    }
+    return false;
+}
+
 int32_t RadioGroup::GetSelectedIndex() const
 {
     return m_pSelected != nullptr ? m_pSelected->m_index : -1;

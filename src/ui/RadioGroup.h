@@ -22,6 +22,8 @@ public:
     bool Update(float p_dt) override;
     bool Render() override;
 
+    // Moves the selection to the button with that index; false (nothing changes) when there is none.
+    bool Select(int32_t p_index);
     // The index of the selected button, -1 while the group is empty.
     int32_t GetSelectedIndex() const;
     ToggleButton* GetSelectedButton() const;

@@ -2,11 +2,13 @@
 #include "app/ErrorLog.h"
 #include "app/Mode.h"
 #include "app/Renderer.h"
+#include "app/Settings.h"
 #include "gfx/Font.h"
 #include "gfx/FontList.h"
 #include "gfx/Image.h"
 #include "platform/Gl.h"
 #include "platform/Window.h"
+#include "sound/Sound.h"
 #include "support/GlFixture.h"
 #include "support/TestBitmaps.h"
 
@@ -85,6 +87,16 @@ TEST_F(ApplicationTest, RefusedResolutionKeepsTheOldDisplay)
     m_app.GetRenderer()->BeginFrame();
     white.Draw(10.0, 10.0, 0.0, false);
     EXPECT_EQ(255, ReadPixel(50, 50).r);
+}
+
+TEST_F(ApplicationTest, TheSoundStartsAtTheKeptVolume)
+{
+    // The volume bar left at 50 last time: -20 dB from the start, before any menu opens.
+    ASSERT_TRUE(g_settings.SetVolume(50));
+    ASSERT_TRUE(StartApplication());
+    ASSERT_NE(nullptr, g_pSound);
+    EXPECT_EQ(Sound::VolumeFromSlider(50), g_pSound->GetVolume());
+    EXPECT_EQ(-2000, g_pSound->GetVolume());
 }
 
 TEST_F(ApplicationTest, QuadOverTheLogicalScreenCoversTheDisplay)

@@ -1,15 +1,19 @@
 #include "app/Game.h"
 #include "app/Mode.h"
 #include "app/ModeCode.h"
+#include "app/Settings.h"
 #include "gfx/Image.h"
 #include "gfx/Picture.h"
 #include "menus/MainMenu.h"
 #include "menus/MenuMode.h"
 #include "menus/SlideshowMode.h"
 #include "mission/HubMode.h"
+#include "input/InputScript.h"
 #include "platform/MessageQueue.h"
+#include "platform/Window.h"
 #include "support/GlFixture.h"
 
+#include <SDL2/SDL.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -213,4 +217,53 @@ TEST_F(GameLoopTest, NewModeIsRenderedAndGivenInputBeforeItsFirstUpdate)
                                         "input mode1", "update mode1", "render mode1", "input mode1"}),
               s_log);
     game.Shutdown();
+}
+
+TEST_F(GameLoopTest, AltEnterSwitchesFullScreenAndTheChoiceIsKept)
+{
+    platform::Window::SetFullscreenPreference(false);
+    std::string error;
+    // The same keys from an input script: Alt held, Enter pressed (and Enter alone, no switch).
+    ASSERT_TRUE(g_inputScript.Parse("3 key LALT down\n"
+                                    "4 key ENTER down\n"
+                                    "5 key ENTER up\n"
+                                    "5 key LALT up\n"
+                                    "6 key NUMPADENTER down\n",
+                                    error))
+        << error;
+    RecordingGame game;
+    ASSERT_TRUE(game.Init(1024, 768, 32));
+    game.SetCurrentMode(std::make_unique<RecordingMode>("m"), MODECODE_SLIDESHOW);
+    platform::MessageQueue::Clear();
+    ASSERT_FALSE(game.GetWindow()->IsFullscreen());
+
+    // Alt+Enter on the keyboard: full screen, and config.ini says so.
+    SDL_Event key{};
+    key.type = SDL_KEYDOWN;
+    key.key.state = SDL_PRESSED;
+    key.key.keysym.sym = SDLK_RETURN;
+    key.key.keysym.scancode = SDL_SCANCODE_RETURN;
+    key.key.keysym.mod = KMOD_LALT;
+    SDL_PushEvent(&key);
+    EXPECT_TRUE(game.RunFrame());
+    EXPECT_TRUE(game.GetWindow()->IsFullscreen());
+    EXPECT_TRUE(g_settings.IsFullScreen());
+    Settings stored;
+    stored.Load();
+    EXPECT_TRUE(stored.IsFullScreen());
+
+    // The script's Alt+Enter in frame 4 goes back to a window; Enter without Alt does nothing.
+    for (int frame = 2; frame <= 7; ++frame)
+    {
+        EXPECT_TRUE(game.RunFrame());
+        EXPECT_EQ(frame < 4, game.GetWindow()->IsFullscreen()) << "frame " << frame;
+    }
+    EXPECT_FALSE(g_settings.IsFullScreen());
+    stored.Load();
+    EXPECT_FALSE(stored.IsFullScreen());
+    EXPECT_EQ(1024, game.GetDisplayWidth()) << "the resolution stays";
+
+    g_inputScript.Clear();
+    game.Shutdown();
+    platform::Window::SetFullscreenPreference(false);
 }

@@ -31,7 +31,7 @@ struct Played
     // One frame of the main loop: the script's events, then the poll. True on a quit.
     bool Frame(int64_t p_frame)
     {
-        const bool quit = script.BeginFrame(p_frame);
+        const bool quit = script.BeginFrame(p_frame).quit;
         input->Poll();
         return quit;
     }
@@ -133,11 +133,11 @@ TEST(InputScriptTest, MalformedLinesAreNamed)
     ASSERT_TRUE(script.Parse("1 quit", error));
     EXPECT_FALSE(script.Parse("1 quit\n2 jump", error));
     EXPECT_FALSE(script.IsLoaded());
-    EXPECT_FALSE(script.BeginFrame(1));
+    EXPECT_FALSE(script.BeginFrame(1).quit);
     // An empty script is a valid one that does nothing.
     ASSERT_TRUE(script.Parse("# nothing\n\n", error));
     EXPECT_TRUE(script.IsLoaded());
-    EXPECT_FALSE(script.BeginFrame(1));
+    EXPECT_FALSE(script.BeginFrame(1).quit);
 }
 
 TEST(InputScriptTest, LoadNamesTheFile)
@@ -244,4 +244,36 @@ TEST(InputScriptTest, ARecordingReplaysTheDeviceChangesItSaw)
         EXPECT_NE(std::string::npos, text.find(std::string(line) + "\n")) << line << " missing from\n" << text;
     }
     EXPECT_EQ(8u, replay.GetEventCount());
+}
+
+TEST(InputScriptTest, EnterGoingDownWhileAltIsHeldIsAltEnter)
+{
+    Played run("1 key ENTER down\n"
+               "2 key ENTER up\n"
+               "2 key LALT down\n"
+               "3 key ENTER down\n"
+               "4 key ENTER up\n"
+               "5 key LALT up\n"
+               "6 key ENTER down\n"
+               "7 key RALT down\n"
+               "8 key ENTER up\n"
+               "8 key NUMPADENTER down\n"
+               "9 key RALT up\n"
+               "9 key NUMPADENTER up\n"
+               "9 quit\n");
+    std::vector<int64_t> switches;
+    for (int64_t frame = 1; frame <= 9; ++frame)
+    {
+        const InputScript::Requests requests = run.script.BeginFrame(frame);
+        run.input->Poll();
+        if (requests.toggleFullScreen)
+        {
+            switches.push_back(frame);
+            // The keys still reach the game as keys.
+            EXPECT_TRUE(run.input->GetKeyboard()->IsKeyDown(frame == 3 ? DIK_LALT : DIK_RALT));
+        }
+        EXPECT_EQ(frame == 9, requests.quit) << frame;
+    }
+    // Enter alone, Alt pressed after Enter: nothing; Alt then Enter on either side: a switch.
+    EXPECT_EQ((std::vector<int64_t>{3, 8}), switches);
 }

@@ -3,6 +3,7 @@
 // Set KORVATH_TEST_SCREENSHOT_DIR to keep the frames as PNG files.
 #include "../mission/HudTestSupport.h"
 #include "app/Renderer.h"
+#include "app/Settings.h"
 #include "input/Action.h"
 #include "input/InputSystem.h"
 #include "menus/OptionsMenu.h"
@@ -16,6 +17,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
+#include <sstream>
 #include <string>
 
 using testsupport::MeanBrightness;
@@ -95,6 +98,14 @@ protected:
         return dark;
     }
 
+    static std::string ReadConfig()
+    {
+        std::ifstream file("config.ini");
+        std::stringstream text;
+        text << file.rdbuf();
+        return text.str();
+    }
+
     uitest::UiInput m_ui;
     std::unique_ptr<OptionsMenu> m_menu;
 };
@@ -133,10 +144,13 @@ TEST_F(OptionsMenuRenderTest, ResolutionButtonsMakeTheDisplayAnewEvenAtTheResolu
     m_app.GetInput()->Poll();
     EXPECT_TRUE(m_app.GetInput()->WasPressed(SHOOT_FORWARD)) << "the keyboard set up again";
 
-    // "800x600": the menu whole at the new size, its captions drawn.
+    // "800x600": the menu whole at the new size, its captions drawn; kept for the next start.
+    EXPECT_NE(std::string::npos, ReadConfig().find("Resolution=1024x768")) << ReadConfig();
     Click(470, 340);
     EXPECT_EQ(800, m_app.GetDisplayWidth());
     EXPECT_EQ(600, m_app.GetDisplayHeight());
+    EXPECT_EQ(800, g_settings.GetWidth());
+    EXPECT_NE(std::string::npos, ReadConfig().find("Resolution=800x600")) << ReadConfig();
     Draw();
     SaveScreenshot("options-video-800x600.png");
     const double scale = 800.0 / 1024.0;

@@ -1,6 +1,7 @@
 // The options menu played with the mouse and keyboard at the places a player clicks.
 #include "app/Mode.h"
 #include "app/ModeCode.h"
+#include "app/Settings.h"
 #include "gfx/Image.h"
 #include "input/Action.h"
 #include "input/ControlsConfig.h"
@@ -183,7 +184,7 @@ TEST_F(OptionsMenuTest, ACapturedKeyIsInEffectAndInConfigIniAtOnce)
     EXPECT_STREQ("A", left->GetKeyBox().GetShownText());
 }
 
-TEST_F(OptionsMenuTest, ClickingTheSelectedDifficultyKeepsItAnotherMovesIt)
+TEST_F(OptionsMenuTest, ClickingTheSelectedDifficultyKeepsItAnotherMovesItAndIsKept)
 {
     OptionsMenu& menu = Open();
     Player player = Play();
@@ -198,32 +199,53 @@ TEST_F(OptionsMenuTest, ClickingTheSelectedDifficultyKeepsItAnotherMovesIt)
     player.Click(520, 135);
     EXPECT_EQ(OptionsMenu::DIFFICULTY_MEDIUM, menu.GetDifficulty());
     EXPECT_TRUE(medium->IsPressed());
+    EXPECT_EQ(std::string::npos, ReadFile("config.ini").find("Difficulty")) << "nothing changed, nothing written";
 
     player.Click(670, 135);
     EXPECT_EQ(OptionsMenu::DIFFICULTY_HARD, menu.GetDifficulty());
     EXPECT_EQ("Hard", group->GetSelectedButton()->GetText());
     EXPECT_FALSE(medium->IsPressed());
+    // In play and in config.ini at once.
+    EXPECT_EQ(Settings::DIFFICULTY_HARD, g_settings.GetDifficulty());
+    EXPECT_NE(std::string::npos, ReadFile("config.ini").find("Difficulty=Hard")) << ReadFile("config.ini");
 
     player.Click(370, 135);
     EXPECT_EQ(OptionsMenu::DIFFICULTY_EASY, menu.GetDifficulty());
     // The choice stays readable while another screen is shown.
     player.ClickMenuButton(OptionsMenu::BUTTON_AUDIO);
     EXPECT_EQ(OptionsMenu::DIFFICULTY_EASY, menu.GetDifficulty());
+
+    // A menu opened later, in this run or the next, starts on it.
+    Settings stored;
+    stored.Load();
+    EXPECT_EQ(Settings::DIFFICULTY_EASY, stored.GetDifficulty());
+    OptionsMenu& again = Open();
+    EXPECT_EQ(OptionsMenu::DIFFICULTY_EASY, again.GetDifficulty());
+    EXPECT_EQ("Easy", again.GetDifficultyGroup()->GetSelectedButton()->GetText());
 }
 
-TEST_F(OptionsMenuTest, HudPiecesSnapToTheNearestFreeSlotAndTheBarsSetTheTint)
+TEST_F(OptionsMenuTest, HudPiecesSnapToTheNearestFreeSlotAndTheBarsSetTheTintBothKeptOnceLetGo)
 {
+    // Radar, status and messages stored in slots 0, 2 and 7 of the editor at (410, 280).
+    ASSERT_TRUE(g_settings.SetHudSlots({0, 2, 7}));
     OptionsMenu& menu = Open();
     Player player = Play();
-    // Radar, status and messages start in slots 0, 2 and 7 of the editor at (410, 280).
     EXPECT_EQ(0, menu.GetHudSlot(0));
     EXPECT_EQ(2, menu.GetHudSlot(1));
     EXPECT_EQ(7, menu.GetHudSlot(2));
 
-    // The radar grabbed 10 pixels into it and let go with its corner at (60, 40) in the
-    // editor: between slots 0, 1 and 3, nearest to slot 1 at (112, 0).
-    player.Drag(420, 290, 410 + 60 + 10, 280 + 40 + 10);
+    // The radar grabbed 10 pixels into it and held with its corner at (60, 40) in the
+    // editor: nothing is stored while it is held.
+    player.Frame(420, 290, false);
+    player.Frame(420, 290, true);
+    player.Frame(410 + 60 + 10, 280 + 40 + 10, true);
+    EXPECT_EQ((Settings::HudSlots{0, 2, 7}), g_settings.GetHudSlots());
+    // Let go there, between slots 0, 1 and 3, it snaps to the nearest, slot 1 at (112, 0),
+    // and the layout is kept.
+    player.Frame(410 + 60 + 10, 280 + 40 + 10, false);
     EXPECT_EQ(1, menu.GetHudSlot(0));
+    EXPECT_EQ((Settings::HudSlots{1, 2, 7}), g_settings.GetHudSlots());
+    EXPECT_NE(std::string::npos, ReadFile("config.ini").find("HudLayout=1,2,7")) << ReadFile("config.ini");
     // Let go exactly on the status piece's slot 2: the nearest free slot is 4 at (225, 84).
     player.Drag(410 + 112 + 10, 290, 410 + 225 + 10, 290);
     EXPECT_EQ(4, menu.GetHudSlot(0));
@@ -233,29 +255,50 @@ TEST_F(OptionsMenuTest, HudPiecesSnapToTheNearestFreeSlotAndTheBarsSetTheTint)
     const std::set<int32_t> slots = {menu.GetHudSlot(0), menu.GetHudSlot(1), menu.GetHudSlot(2)};
     EXPECT_EQ(3u, slots.size()) << "no two pieces share a slot";
     EXPECT_EQ(4, menu.GetHudSlot(0));
+    EXPECT_EQ((Settings::HudSlots{4, 2, menu.GetHudSlot(2)}), g_settings.GetHudSlots());
 
     // The four bars start at full colour; the red one dragged to its left end and the
-    // transparency one to its middle.
+    // transparency one to its middle. A bar being dragged tints the pieces but is kept only
+    // once it is let go.
     for (int32_t channel = 0; channel < OptionsMenu::NUM_TINT_CHANNELS; ++channel)
     {
         EXPECT_EQ(255, menu.GetTint(channel)) << channel;
     }
-    player.Drag(355 + 399, 530 + 8, 300, 530 + 8);
+    player.Frame(355 + 399, 530 + 8, false);
+    player.Frame(355 + 399, 530 + 8, true);
+    player.Frame(300, 530 + 8, true);
+    EXPECT_EQ(0, menu.GetTint(OptionsMenu::TINT_RED));
+    EXPECT_EQ(Settings::DEFAULT_TINT, g_settings.GetTint());
+    player.Frame(300, 530 + 8, false);
+    EXPECT_EQ((Settings::Tint{0, 255, 255, 255}), g_settings.GetTint());
     player.Drag(355 + 399, 650 + 8, 355 + 200, 650 + 8);
     EXPECT_EQ(0, menu.GetTint(OptionsMenu::TINT_RED));
     EXPECT_EQ(255, menu.GetTint(OptionsMenu::TINT_GREEN));
     EXPECT_EQ(128, menu.GetTint(OptionsMenu::TINT_ALPHA));
     EXPECT_EQ(-1, menu.GetTint(OptionsMenu::NUM_TINT_CHANNELS));
+    EXPECT_NE(std::string::npos, ReadFile("config.ini").find("HudTint=0,255,255,128")) << ReadFile("config.ini");
+
+    // A menu opened later shows the pieces where they were let go and the bars where they
+    // were left, and tints its pieces at once.
+    const Settings::HudSlots kept = g_settings.GetHudSlots();
+    OptionsMenu& again = Open();
+    for (int32_t piece = 0; piece < OptionsMenu::NUM_HUD_PIECES; ++piece)
+    {
+        EXPECT_EQ(kept[static_cast<size_t>(piece)], again.GetHudSlot(piece)) << piece;
+    }
+    EXPECT_EQ(0, again.GetTint(OptionsMenu::TINT_RED));
+    EXPECT_EQ(128, again.GetTint(OptionsMenu::TINT_ALPHA));
 }
 
-TEST_F(OptionsMenuTest, TheVolumeBarStartsAtTheVolumeInUseAndOnlyItsMovesChangeIt)
+TEST_F(OptionsMenuTest, TheVolumeBarStartsAtTheStoredVolumeAndKeepsWhereItIsLetGo)
 {
     // A volume between two of the bar's steps: opening the Audio screen leaves it exactly so.
+    const int32_t start = Sound::SliderFromVolume(-1234);
+    ASSERT_NE(-1234, Sound::VolumeFromSlider(start));
+    ASSERT_TRUE(g_settings.SetVolume(start));
     m_sound.SetVolume(-1234);
     OptionsMenu& menu = Open();
     Player player = Play();
-    const int32_t start = Sound::SliderFromVolume(-1234);
-    ASSERT_NE(-1234, Sound::VolumeFromSlider(start));
     EXPECT_EQ(start, menu.GetVolumePosition());
     player.ClickMenuButton(OptionsMenu::BUTTON_AUDIO);
     for (int frame = 0; frame < 5; ++frame)
@@ -264,22 +307,29 @@ TEST_F(OptionsMenuTest, TheVolumeBarStartsAtTheVolumeInUseAndOnlyItsMovesChangeI
     }
     EXPECT_EQ(-1234, m_sound.GetVolume());
 
-    // The bar is 500 wide at (300, 300) with 100 positions: the middle is 50, -20 dB.
-    player.Drag(300 + 350, 308, 300 + 252, 308);
+    // The bar is 500 wide at (300, 300) with 100 positions: the middle is 50, -20 dB. It is
+    // heard while it is dragged and kept once it is let go.
+    player.Frame(300 + 350, 308, false);
+    player.Frame(300 + 350, 308, true);
+    player.Frame(300 + 252, 308, true);
     EXPECT_EQ(50, menu.GetVolumePosition());
     EXPECT_EQ(Sound::VolumeFromSlider(50), m_sound.GetVolume());
+    EXPECT_EQ(start, g_settings.GetVolume());
+    player.Frame(300 + 252, 308, false);
+    EXPECT_EQ(50, g_settings.GetVolume());
+    EXPECT_NE(std::string::npos, ReadFile("config.ini").find("Volume=50")) << ReadFile("config.ini");
     // Its left end is silence.
     player.Click(300, 308);
     EXPECT_EQ(Sound::VOLUME_SILENT, m_sound.GetVolume());
+    EXPECT_EQ(0, g_settings.GetVolume());
 
-    // At full volume a fresh menu's bar starts at its right end, and full volume stays.
-    m_sound.SetVolume(Sound::VOLUME_FULL);
+    // A fresh menu's bar starts there, and the silence stays.
     OptionsMenu& fresh = Open();
     Player again = Play();
-    EXPECT_EQ(Sound::SLIDER_MAX, fresh.GetVolumePosition());
+    EXPECT_EQ(0, fresh.GetVolumePosition());
     again.ClickMenuButton(OptionsMenu::BUTTON_AUDIO);
     again.Frame(0, 0, false);
-    EXPECT_EQ(Sound::VOLUME_FULL, m_sound.GetVolume());
+    EXPECT_EQ(Sound::VOLUME_SILENT, m_sound.GetVolume());
 }
 
 TEST_F(OptionsMenuTest, CancelOpensAFreshTitleMenuWhileTheOptionsFallAway)

@@ -2,6 +2,7 @@
 // it, and the two-player scoreboard from the pilot files.
 #include "app/ModeCode.h"
 #include "app/Renderer.h"
+#include "app/Settings.h"
 #include "mission/Campaign.h"
 #include "mission/HubMode.h"
 #include "mission/MissionMode.h"
@@ -263,4 +264,33 @@ TEST_F(HubModeTest, TheScoreboardShowsKillsAndPilotMoneyOnlyInATwoPlayerGame)
     }
     // The texts cover a good part of the corner.
     EXPECT_GT(changed, background.size() / 50);
+}
+
+TEST_F(HubModeTest, TheBriefingShowsTheDifficultyInPlay)
+{
+    g_campaign.SetMission("Two");
+    const HubMode& medium = MakeHub();
+    EXPECT_EQ("Difficulty: Medium", medium.GetDifficultyText().GetText());
+    EXPECT_EQ(250.0, medium.GetDifficultyText().GetX());
+    EXPECT_EQ(265.0, medium.GetDifficultyText().GetY());
+
+    // Chosen in the options since: the next hub shows it, drawn on its own line above the
+    // briefing.
+    ASSERT_TRUE(g_settings.SetDifficulty(Settings::DIFFICULTY_HARD));
+    const HubMode& hard = MakeHub();
+    EXPECT_EQ("Difficulty: Hard", hard.GetDifficultyText().GetText());
+    const std::vector<uint8_t> drawn = Draw(250, 265, 200, 30, [](HubMode& p_hub) { p_hub.Render(); });
+    SaveScreenshot("hub-difficulty.png");
+    Image planets;
+    ASSERT_TRUE(planets.Load(HubMode::BACKGROUND));
+    m_app.GetRenderer()->BeginFrame();
+    planets.Draw(0.0, 0.0, 0.0, false);
+    const std::vector<uint8_t> background = ReadRegion(250, 265, 200, 30);
+    size_t changed = 0;
+    for (size_t i = 0; i < background.size(); ++i)
+    {
+        changed += background[i] != drawn[i] ? 1 : 0;
+    }
+    EXPECT_GT(changed, background.size() / 20);
+    EXPECT_LT(hard.GetDifficultyText().GetY() + hard.GetDifficultyText().GetHeight(), hard.GetBriefing().GetY());
 }

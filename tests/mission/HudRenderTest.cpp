@@ -4,6 +4,7 @@
 
 #include "HudTestSupport.h"
 #include "app/Renderer.h"
+#include "app/Settings.h"
 #include "gfx/Font.h"
 #include "gfx/Camera.h"
 #include "mission/Hud.h"
@@ -20,6 +21,7 @@
 #include <cstdlib>
 #include <numbers>
 #include <string>
+#include <tuple>
 #include <vector>
 
 using hudtest::MakeMarker;
@@ -119,11 +121,12 @@ TEST_F(HudRenderTest, RadarStatusPanelMoneyAndMessages)
     level.Add(rock, LAYER_SCENERY);
 
     Hud hud(&player);
-    // The radar's picture places the status panel flush with the right edge of the screen.
+    // The radar in the top-left corner, the status panel flush with the right edge of the screen.
     EXPECT_EQ(256, hud.GetRadar().GetWidth());
-    EXPECT_EQ(864.0, hud.GetSlot(2).x);
-    EXPECT_EQ(0.0, hud.GetSlot(2).y);
-    EXPECT_EQ(768.0 - 256.0 + 96.0, hud.GetSlot(6).y);
+    EXPECT_EQ(80, hud.GetLayout().GetRadar().centreX);
+    EXPECT_EQ(82, hud.GetLayout().GetRadar().centreY);
+    EXPECT_EQ(864, hud.GetLayout().GetStatus().left);
+    EXPECT_EQ(0, hud.GetLayout().GetStatus().top);
     player.SetAmmunition(250, 0, 200);
 
     const std::string older = "Beacon located.";
@@ -214,4 +217,78 @@ TEST_F(HudRenderTest, RadarStatusPanelMoneyAndMessages)
                  "rock blip at heading 60");
     SaveScreenshot("hud-level.png");
     (void)rock;
+}
+
+TEST_F(HudRenderTest, RadarAndStatusPanelGoWhereTheSettingsPutThemInTheirTint)
+{
+    ASSERT_TRUE(StartApplication());
+    hudtest::WriteGamePictures({"art\\hudradar.bmp", "art\\hudstats.bmp"});
+    TestPlayer player;
+    player.Place(5000.0, 5000.0, 0.0);
+    player.SetAmmunition(500, 0, 200);
+    player.SetDefences(60, 120, 30, 30);
+    Level level;
+    ASSERT_TRUE(level.Create(80, 128, 128, nullptr));
+    level.SetPlayer(&player);
+    level.Add(&player, LAYER_SHIPS);
+    level.Add(MakeMarker(5000.0, 4600.0), LAYER_SHIPS);
+    Hud hud(&player);
+
+    // The radar in the bottom-right corner, the status panel in the bottom-left one.
+    ASSERT_TRUE(g_settings.SetHudSlots({7, 5, 1}));
+    m_app.GetRenderer()->BeginFrame();
+    hud.Render();
+    SaveScreenshot("hud-bottom-corners.png");
+    const int cx = 1024 - 80;
+    const int cy = 768 - 82;
+    ExpectColour(RED, cx, cy, "player blip at the dial's centre");
+    ExpectColour(RED, cx, cy - 10, "blip of the ship ahead, above the centre");
+    // The plate fills the corner; forward is still marked at the top of the dial.
+    const Rgb plate = ReadPixel(1018, 762);
+    EXPECT_GT(plate.b, plate.r + 10) << "navy plate in the corner";
+    const Rgb mark = ReadPixel(cx, cy - 78);
+    EXPECT_GT(mark.r, 150) << "amber forward mark";
+    EXPECT_GT(mark.r, mark.b + 80) << "amber forward mark";
+    const Rgb opposite = ReadPixel(cx, cy + 78);
+    EXPECT_LT(opposite.r, 150) << "no forward mark at the bottom of the dial";
+    EXPECT_EQ(0, CountBright(0, 0, 200, 200, 20)) << "nothing left in the top-left corner";
+    // The status panel's bars where the panel is: half the armour, the full shield.
+    ExpectColour(RED, 59 + 2, 680 + 11, "armour bar");
+    ExpectColour(BLUE, 59 + 96, 680 + 26, "shield bar");
+    ExpectNotColour(RED, 864 + 59 + 2, 11, "nothing in the top-right corner");
+    const Rgb panel = ReadPixel(30, 680 + 40);
+
+    // A red tint colours both pictures and nothing drawn over them.
+    ASSERT_TRUE(g_settings.SetTint({255, 0, 0, 255}));
+    m_app.GetRenderer()->BeginFrame();
+    hud.Render();
+    SaveScreenshot("hud-bottom-corners-red.png");
+    for (auto [tinted, untinted, what] : {std::tuple{ReadPixel(1018, 762), plate, "radar plate"},
+                                          std::tuple{ReadPixel(cx, cy - 78), mark, "forward mark"},
+                                          std::tuple{ReadPixel(30, 680 + 40), panel, "status panel"}})
+    {
+        EXPECT_NEAR(untinted.r, tinted.r, 3) << what;
+        EXPECT_LE(tinted.g, 2) << what;
+        EXPECT_LE(tinted.b, 2) << what;
+    }
+    ExpectColour(RED, cx, cy - 10, "blip");
+    ExpectColour(BLUE, 59 + 96, 680 + 26, "shield bar");
+
+    // Fully transparent: the pictures are gone, the blips and bars stay.
+    ASSERT_TRUE(g_settings.SetTint({255, 255, 255, 0}));
+    m_app.GetRenderer()->BeginFrame();
+    hud.Render();
+    const Rgb gone = ReadPixel(1018, 762);
+    EXPECT_EQ(0, gone.r + gone.g + gone.b);
+    ExpectColour(RED, cx, cy - 10, "blip");
+    ExpectColour(BLUE, 59 + 96, 680 + 26, "shield bar");
+
+    // Back in the classic corners, untinted: as before.
+    ASSERT_TRUE(g_settings.SetHudSlots(Settings::DEFAULT_HUD_SLOTS));
+    ASSERT_TRUE(g_settings.SetTint(Settings::DEFAULT_TINT));
+    m_app.GetRenderer()->BeginFrame();
+    hud.Render();
+    ExpectColour(RED, 80, 72, "blip of the ship ahead in the top-left corner");
+    ExpectColour(BLUE, 864 + 59 + 96, 26, "shield bar in the top-right corner");
+    EXPECT_EQ(0, CountBright(cx - 60, cy - 60, 120, 120, 20)) << "nothing left in the bottom-right corner";
 }

@@ -1,6 +1,8 @@
 #include "HudTestSupport.h"
+#include "app/Settings.h"
 #include "mission/Hud.h"
 #include "mission/StatusPanel.h"
+#include "support/WorkDir.h"
 
 #include <gtest/gtest.h>
 
@@ -18,6 +20,8 @@ const HudMessage& Message(const Hud& p_hud, size_t p_index)
 {
     return **std::next(p_hud.GetMessages().begin(), static_cast<long>(p_index));
 }
+
+using HudSettingsTest = testsupport::WorkDirTest;
 } // namespace
 
 TEST(HudTest, NewestMessageOnTopAndEachOlderOneBelowIt)
@@ -66,9 +70,6 @@ TEST(HudTest, MoneyAndAmmunitionComeFromThePlayersRecord)
     player.GetPilot().SetMoney(1234);
     Hud hud(&player);
     EXPECT_EQ(1234, hud.GetMoney());
-    EXPECT_EQ((std::array<uint8_t, 3>{0, 2, 6}), hud.GetLayout());
-    EXPECT_EQ(0.0, hud.GetSlot(0).x);
-    EXPECT_EQ(0.0, hud.GetSlot(0).y);
 
     StatusPanel& panel = hud.GetStatusPanel();
     EXPECT_EQ(500, panel.GetStartBullets());
@@ -111,4 +112,43 @@ TEST(HudTest, BarLengthsStayWithinTheirTroughs)
     EXPECT_DOUBLE_EQ(95.0, StatusPanel::BarLength(95, 10.0, 10.0));
     EXPECT_DOUBLE_EQ(95.0, StatusPanel::BarLength(95, 11.0, 10.0));
     EXPECT_DOUBLE_EQ(9.8, StatusPanel::BarLength(98, 1.0, 10.0));
+}
+
+TEST_F(HudSettingsTest, MessagesGoWhereTheLayoutPutsThemNewestNearestTheEdge)
+{
+    Hud hud;
+    hud.AddMessage("first", 10.0f, 0.1f);
+    hud.AddMessage(LONG_TEXT.c_str(), 10.0f, 0.1f);
+    const HudMessage& newest = Message(hud, 0);
+    const HudMessage& older = Message(hud, 1);
+    // Its widest line fills most of the wrap width.
+    ASSERT_GT(newest.GetTextWidth(), HudMessage::WRAP_WIDTH * 3 / 4);
+    EXPECT_EQ(40, newest.GetY());
+
+    // The messages piece in the bottom-right slot: the newest ends 40 above the bottom and 25
+    // in from the right edge, the older one above it; the change shows in the next frame.
+    ASSERT_TRUE(g_settings.SetHudSlots({0, 2, 7}));
+    hud.Update(0.0f);
+    EXPECT_EQ((Settings::HudSlots{0, 2, 7}), hud.GetLayout().GetSlots());
+    EXPECT_EQ(768 - 40, newest.GetY() + newest.GetHeight());
+    EXPECT_EQ(1024 - 25, newest.GetX() + newest.GetTextWidth());
+    EXPECT_EQ(newest.GetY() - 30, older.GetY() + older.GetHeight());
+    EXPECT_EQ(1024 - 25, older.GetX() + older.GetTextWidth());
+
+    // In the middle of the left edge: down from the middle of the screen.
+    ASSERT_TRUE(g_settings.SetHudSlots({6, 2, 3}));
+    hud.Update(0.0f);
+    EXPECT_EQ((768 - 150) / 2, newest.GetY());
+    EXPECT_EQ(25, newest.GetX());
+    EXPECT_EQ(newest.GetY() + newest.GetHeight() + 30, older.GetY());
+
+    // Bottom left: up from above the money. A new message joins at the edge, the others make
+    // way; beside the middle of the screen it wraps narrower.
+    ASSERT_TRUE(g_settings.SetHudSlots({6, 2, 5}));
+    hud.Update(0.0f);
+    hud.AddMessage(LONG_TEXT.c_str(), 10.0f, 0.1f);
+    EXPECT_EQ(700 - 16, Message(hud, 0).GetY() + Message(hud, 0).GetHeight());
+    EXPECT_EQ(HudLayout::SIDE_MESSAGE_WIDTH, Message(hud, 0).GetMaxWidth());
+    EXPECT_GT(Message(hud, 0).GetNumLines(), newest.GetNumLines());
+    EXPECT_EQ(Message(hud, 0).GetY() - 30, newest.GetY() + newest.GetHeight());
 }

@@ -3,6 +3,7 @@
 // frame time. Ships must die, explosions come and go, kills pay, and the same fight twice
 // must be the same fight.
 
+#include "app/Settings.h"
 #include "forge/Forge.h"
 #include "gfx/Animation.h"
 #include "sim/CombatSupport.h"
@@ -34,6 +35,38 @@ const int32_t RAIDER_REWARD = 400; // 10 x a dart's armour of 40
 const float FRAME_TIME = 1.0f / 30.0f;
 const int MAX_FRAMES = 30 * 180;
 
+// A hit on the player's ship: what came in, and how much shield and armour it took.
+struct Hit
+{
+    unsigned amount = 0;
+    unsigned lost = 0;
+    bool operator==(const Hit&) const = default;
+};
+
+// The player's ship of the fight, noting every hit.
+class RecordingPlayer : public PlayerShip
+{
+public:
+    void TakeDamage(unsigned p_amount) override
+    {
+        const unsigned before = GetShield() + GetArmour();
+        TakeHit(p_amount);
+        m_hits.push_back(Hit{p_amount, before - (GetShield() + GetArmour())});
+    }
+
+    std::vector<Hit> m_hits;
+
+protected:
+    virtual void TakeHit(unsigned p_amount) { PlayerShip::TakeDamage(p_amount); }
+};
+
+// The player's ship as it was before there were difficulties: every hit taken as it comes.
+class UnscaledPlayer : public RecordingPlayer
+{
+protected:
+    void TakeHit(unsigned p_amount) override { Ship::TakeDamage(p_amount); }
+};
+
 struct BattleResult
 {
     int frames = 0;
@@ -44,7 +77,26 @@ struct BattleResult
     int mostExplosions = 0;
     int explosionsAtEnd = 0;
     bool playerAlive = true;
+    // Every 15 frames: the player's place and heading, its armour, the raiders left and the
+    // explosions.
     std::vector<double> trace;
+    std::vector<Hit> hits;
+
+    static constexpr size_t TRACE_STRIDE = 6;
+    static constexpr size_t TRACE_ARMOUR = 3;
+    // The trace without the armour.
+    std::vector<double> Motion() const
+    {
+        std::vector<double> motion;
+        for (size_t i = 0; i < trace.size(); ++i)
+        {
+            if (i % TRACE_STRIDE != TRACE_ARMOUR)
+            {
+                motion.push_back(trace[i]);
+            }
+        }
+        return motion;
+    }
 };
 
 // The scripted pilot: turns towards the nearest raider, closes to 350 units and fires both
@@ -155,12 +207,13 @@ protected:
         WriteGameFile("Saves\\Scripted0.sav", pilot);
     }
 
+    template <class Player = RecordingPlayer>
     BattleResult Fight()
     {
         BattleResult result;
         FixedSeed seed(1234);
         ScopedCatalog catalog;
-        PlayerShip player;
+        Player player;
         EXPECT_TRUE(player.LoadPilot("Saves\\Scripted0.sav"));
         RecordingMission mission;
         Level level;
@@ -194,6 +247,7 @@ protected:
         result.shield = player.GetShield();
         result.explosionsAtEnd = CountExplosions(level);
         result.playerAlive = !mission.m_defeat;
+        result.hits = player.m_hits;
         return result;
     }
 };
@@ -218,4 +272,45 @@ TEST_F(BattleTest, TheScriptedPilotBeatsTheRaidersTheSameWayEveryTime)
     EXPECT_EQ(first.frames, second.frames);
     EXPECT_EQ(first.money, second.money);
     EXPECT_EQ(first.trace, second.trace);
+}
+
+TEST_F(BattleTest, MediumIsTheFightAsItWasAndEasyAndHardChangeOnlyTheDamageTaken)
+{
+    // Medium through the difficulty, and the same fight with every hit taken as it comes (the
+    // game before there were difficulties): the same fight to the last hit and frame.
+    ASSERT_EQ(Settings::DIFFICULTY_MEDIUM, g_settings.GetDifficulty());
+    const BattleResult medium = Fight();
+    const BattleResult unscaled = Fight<UnscaledPlayer>();
+    ASSERT_FALSE(medium.hits.empty());
+    EXPECT_EQ(unscaled.frames, medium.frames);
+    EXPECT_EQ(unscaled.trace, medium.trace);
+    EXPECT_EQ(unscaled.hits, medium.hits);
+    EXPECT_EQ(unscaled.money, medium.money);
+    EXPECT_EQ(unscaled.armour, medium.armour);
+    EXPECT_EQ(unscaled.shield, medium.shield);
+
+    for (int32_t difficulty : {Settings::DIFFICULTY_EASY, Settings::DIFFICULTY_HARD})
+    {
+        SCOPED_TRACE(Settings::GetDifficultyName(difficulty));
+        ASSERT_TRUE(g_settings.SetDifficulty(difficulty));
+        const BattleResult fight = Fight();
+        // The same hits come in, in the same order; each takes its scaled amount (or what was
+        // left), and everything but the armour goes as at Medium.
+        ASSERT_EQ(medium.hits.size(), fight.hits.size());
+        unsigned taken = 0;
+        unsigned scaledTotal = 0;
+        for (size_t i = 0; i < fight.hits.size(); ++i)
+        {
+            EXPECT_EQ(medium.hits[i].amount, fight.hits[i].amount) << "hit " << i;
+            EXPECT_EQ(PlayerShip::ScaleDamage(fight.hits[i].amount, difficulty), fight.hits[i].lost) << "hit " << i;
+            taken += fight.hits[i].lost;
+            scaledTotal += PlayerShip::ScaleDamage(fight.hits[i].amount, difficulty);
+        }
+        EXPECT_EQ(scaledTotal, taken);
+        EXPECT_TRUE(fight.playerAlive);
+        EXPECT_EQ(medium.frames, fight.frames);
+        EXPECT_EQ(medium.Motion(), fight.Motion());
+        EXPECT_EQ(medium.money, fight.money);
+        EXPECT_EQ(medium.enemiesLeft, fight.enemiesLeft);
+    }
 }

@@ -113,6 +113,14 @@ public:
         this->m_turnRate = p_turnRate;
     }
     void Mount(int p_mount, Weapon* p_weapon) { this->m_pWeapons[p_mount] = p_weapon; }
+    void SetDefences(unsigned p_armour, unsigned p_shield, unsigned p_absorption = Ship::DEFAULT_ABSORPTION)
+    {
+        this->m_armour = p_armour;
+        this->m_maxArmour = p_armour;
+        this->m_shield = p_shield;
+        this->m_maxShield = p_shield;
+        this->m_absorption = p_absorption;
+    }
     PhysicalDesc& Desc() { return *this->m_pPhysicalDesc; }
     // Places the ship with a box of no size, so that its centre is its position, and
     // computes its velocity, as an update would.
@@ -132,18 +140,7 @@ public:
 };
 
 // A computer ship.
-class ProbeShip : public ProbeOf<EntityShip>
-{
-public:
-    void SetDefences(unsigned p_armour, unsigned p_shield, unsigned p_absorption = DEFAULT_ABSORPTION)
-    {
-        m_armour = p_armour;
-        m_maxArmour = p_armour;
-        m_shield = p_shield;
-        m_maxShield = p_shield;
-        m_absorption = p_absorption;
-    }
-};
+using ProbeShip = ProbeOf<EntityShip>;
 
 // A player's ship.
 using ProbePlayer = ProbeOf<PlayerShip>;

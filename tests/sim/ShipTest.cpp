@@ -1,3 +1,4 @@
+#include "app/Settings.h"
 #include "gfx/Animation.h"
 #include "sim/AttackController.h"
 #include "sim/CombatSupport.h"
@@ -14,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -110,6 +112,71 @@ TEST(Ship, TheShieldTakesAtMostItsAbsorptionOfEachHit)
     EXPECT_TRUE(ship.IsHitFlashing());
     ship.Update(0.1f);
     EXPECT_FALSE(ship.IsHitFlashing());
+}
+
+TEST(Ship, TheDifficultyScalesAHitByItsFactorRoundingHalvesUp)
+{
+    struct Case
+    {
+        unsigned hit;
+        unsigned easy;
+        unsigned hard;
+    };
+    const unsigned most = std::numeric_limits<unsigned>::max();
+    const Case cases[] = {
+        {0, 0, 0}, {1, 1, 2}, {2, 1, 3}, {3, 2, 5}, {25, 13, 38}, {40, 20, 60}, {most, most / 2 + 1, most},
+    };
+    for (const Case& c : cases)
+    {
+        EXPECT_EQ(c.hit, PlayerShip::ScaleDamage(c.hit, Settings::DIFFICULTY_MEDIUM)) << c.hit;
+        EXPECT_EQ(c.easy, PlayerShip::ScaleDamage(c.hit, Settings::DIFFICULTY_EASY)) << c.hit;
+        EXPECT_EQ(c.hard, PlayerShip::ScaleDamage(c.hit, Settings::DIFFICULTY_HARD)) << c.hit;
+        EXPECT_EQ(c.hit, PlayerShip::ScaleDamage(c.hit, -1)) << c.hit;
+        EXPECT_EQ(c.hit, PlayerShip::ScaleDamage(c.hit, Settings::NUM_DIFFICULTIES)) << c.hit;
+    }
+}
+
+TEST_F(ShipWorldTest, TheDifficultyInPlayReachesThePlayersShieldAndArmourButNoOtherShip)
+{
+    struct Case
+    {
+        int32_t difficulty;
+        unsigned shieldAfter;
+        unsigned armourLost;
+    };
+    // Shield 50, absorption 10, a hit of 25: 25, 13 and 38 points reach the ship.
+    const Case cases[] = {
+        {Settings::DIFFICULTY_MEDIUM, 40, 15},
+        {Settings::DIFFICULTY_EASY, 40, 3},
+        {Settings::DIFFICULTY_HARD, 40, 28},
+    };
+    for (const Case& c : cases)
+    {
+        ASSERT_TRUE(g_settings.SetDifficulty(c.difficulty));
+        ProbePlayer player;
+        player.SetDefences(100, 50);
+        player.TakeDamage(25);
+        EXPECT_EQ(c.shieldAfter, player.GetShield()) << Settings::GetDifficultyName(c.difficulty);
+        EXPECT_EQ(100 - c.armourLost, player.GetArmour()) << Settings::GetDifficultyName(c.difficulty);
+        // A small hit that the shield alone would soak: 6, 3 or 9 points.
+        player.SetDefences(100, 50);
+        player.TakeDamage(6);
+        EXPECT_EQ(50 - PlayerShip::ScaleDamage(6, c.difficulty), player.GetShield());
+
+        // The raiders take their hits as they always did.
+        ProbeShip raider;
+        raider.SetDefences(100, 50);
+        raider.TakeDamage(25);
+        EXPECT_EQ(40u, raider.GetShield());
+        EXPECT_EQ(85u, raider.GetArmour());
+    }
+
+    // Hard can kill where Medium would not: armour 20, no shield, a hit of 14 (21 on Hard).
+    ASSERT_TRUE(g_settings.SetDifficulty(Settings::DIFFICULTY_HARD));
+    m_player.SetDefences(20, 0);
+    m_player.TakeDamage(14);
+    EXPECT_TRUE(m_player.IsDead());
+    EXPECT_EQ(0u, m_player.GetArmour());
 }
 
 TEST_F(ShipWorldTest, AKillingHitKillsExplodesAndPaysOnce)

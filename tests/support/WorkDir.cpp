@@ -1,5 +1,6 @@
 #include "support/WorkDir.h"
 
+#include "app/Settings.h"
 #include "support/TestBitmaps.h"
 
 #include <filesystem>
@@ -8,8 +9,15 @@
 namespace testsupport
 {
 
+WorkDirTest::WorkDirTest() = default;
+
+WorkDirTest::~WorkDirTest() = default;
+
 void WorkDirTest::SetUp()
 {
+    // The player's settings live in the game directory's config.ini: a fresh one has none.
+    m_pOldSettings = std::make_unique<Settings>(g_settings);
+    g_settings = Settings();
     std::error_code error;
     m_oldDir = std::filesystem::current_path(error).string();
     ASSERT_FALSE(error) << error.message();
@@ -29,6 +37,11 @@ void WorkDirTest::TearDown()
     if (!m_dir.empty())
     {
         std::filesystem::remove_all(m_dir, error);
+    }
+    if (m_pOldSettings)
+    {
+        g_settings = *m_pOldSettings;
+        m_pOldSettings.reset();
     }
 }
 
